@@ -1,0 +1,29 @@
+# Flags that every target of this project shares, scoped to the targets.
+
+find_program(QUILLBOOK_CCACHE ccache)
+if(QUILLBOOK_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${QUILLBOOK_CCACHE})
+endif()
+
+add_library(quillbook_flags INTERFACE)
+target_compile_features(quillbook_flags INTERFACE cxx_std_20)
+target_compile_options(quillbook_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow=compatible-local -Wnon-virtual-dtor)
+if(QUILLBOOK_WERROR)
+  target_compile_options(quillbook_flags INTERFACE -Werror)
+endif()
+if(QUILLBOOK_SANITIZE)
+  target_compile_options(quillbook_flags INTERFACE -fsanitize=${QUILLBOOK_SANITIZE} -fno-sanitize-recover=all
+                                                   -fno-omit-frame-pointer)
+  target_link_options(quillbook_flags INTERFACE -fsanitize=${QUILLBOOK_SANITIZE})
+endif()
+
+# quillbook_library(NAME <sources...>): a static library that may also go into a shared one.
+function(quillbook_library name)
+  add_library(${name} STATIC ${ARGN})
+  set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_EXTENSIONS OFF)
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+                                            $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
+                             PRIVATE ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:quillbook_flags>)
+endfunction()

@@ -1,0 +1,60 @@
+// Order and keys of a collection, apart from the type of its members.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <source_location>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "quillbook/base/KeyOrPosition.h"
+
+namespace quillbook::detail {
+
+/// What every member carries besides its value.
+struct CollectionEntry {
+  std::string key;
+  std::uint64_t hash = 0;
+  std::size_t position = 0;  ///< from 0; may be stale at and behind `CollectionCore::mNumbered`
+  bool keyed = false;
+};
+
+/// Keeps entries in order and finds them by position or case-folded key, both in constant time. Doesn't own them.
+class CollectionCore {
+ public:
+  [[nodiscard]] std::size_t Count() const noexcept { return mOrder.size(); }
+  [[nodiscard]] const std::vector<CollectionEntry*>& Order() const noexcept { return mOrder; }
+
+  /// Null if there is no such key.
+  [[nodiscard]] CollectionEntry* FindKey(std::string_view key) const noexcept;
+  /// Null if there is no such key or position.
+  [[nodiscard]] CollectionEntry* Find(const KeyOrPosition& which) const noexcept;
+  /// Failure 5 for an unknown key, 9 for a position out of range.
+  [[nodiscard]] CollectionEntry* Require(const KeyOrPosition& which, std::source_location where) const;
+  /// Position from 0 of an entry of this collection.
+  [[nodiscard]] std::size_t PositionOf(const CollectionEntry* entry) const noexcept;
+
+  /// Failure 457 if a member has this key.
+  void RequireNewKey(std::string_view key, std::source_location where) const;
+  /// Where a member goes that is added before or after another (from 0). `before` wins; both missing is the end.
+  [[nodiscard]] std::size_t InsertionPlace(const KeyOrPosition& before, const KeyOrPosition& after,
+                                           std::source_location where) const;
+  /// `entry->key` and `entry->keyed` are set and the key is new.
+  void Insert(CollectionEntry* entry, std::size_t place);
+  void Erase(CollectionEntry* entry);
+  void Clear() noexcept;
+  void Reserve(std::size_t count);
+
+ private:
+  void AddToTable(CollectionEntry* entry) noexcept;
+  void RemoveFromTable(const CollectionEntry* entry) noexcept;
+  void Rebuild(std::size_t capacity);
+
+  std::vector<CollectionEntry*> mOrder;
+  std::vector<CollectionEntry*> mTable;  ///< open addressing, a power of two; empty while the collection is small
+  std::size_t mKeyed = 0;
+  mutable std::size_t mNumbered = 0;  ///< entries before this place know their position
+};
+
+}  // namespace quillbook::detail

@@ -1,0 +1,1 @@
+#include "quillbook/base/CodePage.h"

@@ -1,0 +1,133 @@
+#include "quillbook/base/CollectionCore.h"
+
+#include "quillbook/base/Failure.h"
+#include "quillbook/base/Text.h"
+
+namespace quillbook::detail {
+
+namespace {
+
+// Below this many keys a walk over the members is quicker than a table, and most collections stay below it.
+constexpr std::size_t SmallCount = 8;
+
+bool Matches(const CollectionEntry* entry, std::string_view key, std::uint64_t hash) noexcept {
+  return entry->keyed && entry->hash == hash && EqualsIgnoringCase(entry->key, key);
+}
+
+}  // namespace
+
+CollectionEntry* CollectionCore::FindKey(std::string_view key) const noexcept {
+  if (mKeyed == 0) return nullptr;
+  const auto hash = FoldedHash(key);
+  if (mTable.empty()) {
+    for (auto* entry : mOrder)
+      if (Matches(entry, key, hash)) return entry;
+    return nullptr;
+  }
+  const auto mask = mTable.size() - 1;
+  for (auto slot = hash & mask; mTable[slot]; slot = (slot + 1) & mask)
+    if (Matches(mTable[slot], key, hash)) return mTable[slot];
+  return nullptr;
+}
+
+CollectionEntry* CollectionCore::Find(const KeyOrPosition& which) const noexcept {
+  if (which.IsKey()) return FindKey(which.Key());
+  if (!which.IsPosition() || which.Position() < 1) return nullptr;
+  const auto index = static_cast<std::uint64_t>(which.Position()) - 1;
+  return index < mOrder.size() ? mOrder[index] : nullptr;
+}
+
+CollectionEntry* CollectionCore::Require(const KeyOrPosition& which, std::source_location where) const {
+  if (auto* entry = Find(which)) return entry;
+  throw Failure(which.IsPosition() ? FailureNumber::SubscriptOutOfRange : FailureNumber::InvalidCall, {}, where);
+}
+
+std::size_t CollectionCore::PositionOf(const CollectionEntry* entry) const noexcept {
+  if (entry->position < mNumbered && mOrder[entry->position] == entry) return entry->position;
+  // Numbers are brought up to date only as far as somebody asks, so that removing from the front stays cheap.
+  while (mOrder[mNumbered] != entry) {
+    mOrder[mNumbered]->position = mNumbered;
+    ++mNumbered;
+  }
+  mOrder[mNumbered]->position = mNumbered;
+  return mNumbered++;
+}
+
+void CollectionCore::RequireNewKey(std::string_view key, std::source_location where) const {
+  if (FindKey(key)) throw Failure(FailureNumber::KeyAlreadyExists, {}, where);
+}
+
+std::size_t CollectionCore::InsertionPlace(const KeyOrPosition& before, const KeyOrPosition& after,
+                                           std::source_location where) const {
+  if (!before.IsMissing()) return PositionOf(Require(before, where));
+  if (!after.IsMissing()) return PositionOf(Require(after, where)) + 1;
+  return mOrder.size();
+}
+
+void CollectionCore::Insert(CollectionEntry* entry, std::size_t place) {
+  entry->hash = entry->keyed ? FoldedHash(entry->key) : 0;
+  const auto keyed = mKeyed + (entry->keyed ? 1 : 0);
+  if (keyed > 0 && mOrder.size() >= SmallCount && keyed * 2 > mTable.size()) Rebuild(keyed * 4);
+  mOrder.insert(mOrder.begin() + static_cast<std::ptrdiff_t>(place), entry);
+  entry->position = place;
+  if (mNumbered >= place) mNumbered = place + 1;
+  if (entry->keyed) {
+    mKeyed = keyed;
+    if (!mTable.empty()) AddToTable(entry);
+  }
+}
+
+void CollectionCore::Erase(CollectionEntry* entry) {
+  const auto place = PositionOf(entry);
+  if (entry->keyed) {
+    if (!mTable.empty()) RemoveFromTable(entry);
+    --mKeyed;
+  }
+  mOrder.erase(mOrder.begin() + static_cast<std::ptrdiff_t>(place));
+  mNumbered = place;
+}
+
+void CollectionCore::Clear() noexcept {
+  mOrder.clear();
+  mTable.clear();
+  mKeyed = 0;
+  mNumbered = 0;
+}
+
+void CollectionCore::Reserve(std::size_t count) {
+  mOrder.reserve(count);
+  if (count > SmallCount && count * 2 > mTable.size()) Rebuild(count * 2);
+}
+
+void CollectionCore::AddToTable(CollectionEntry* entry) noexcept {
+  const auto mask = mTable.size() - 1;
+  auto slot = entry->hash & mask;
+  while (mTable[slot]) slot = (slot + 1) & mask;
+  mTable[slot] = entry;
+}
+
+void CollectionCore::RemoveFromTable(const CollectionEntry* entry) noexcept {
+  const auto mask = mTable.size() - 1;
+  auto hole = entry->hash & mask;
+  while (mTable[hole] != entry) hole = (hole + 1) & mask;
+  // Later members of the same run move up, so that no probe stops short of them.
+  for (auto slot = (hole + 1) & mask; mTable[slot]; slot = (slot + 1) & mask) {
+    const auto home = mTable[slot]->hash & mask;
+    if (((slot - home) & mask) >= ((slot - hole) & mask)) {
+      mTable[hole] = mTable[slot];
+      hole = slot;
+    }
+  }
+  mTable[hole] = nullptr;
+}
+
+void CollectionCore::Rebuild(std::size_t capacity) {
+  std::size_t size = 16;
+  while (size < capacity) size *= 2;
+  std::vector<CollectionEntry*> fresh(size, nullptr);
+  mTable.swap(fresh);
+  for (auto* entry : mOrder)
+    if (entry->keyed) AddToTable(entry);
+}
+
+}  // namespace quillbook::detail

@@ -1,0 +1,272 @@
+#include "quillbook/base/Text.h"
+
+#include <unicode/locid.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace quillbook {
+
+namespace {
+
+constexpr bool IsAscii(char c) noexcept { return static_cast<unsigned char>(c) < 0x80; }
+
+constexpr char FoldAscii(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+
+char32_t Fold(char32_t c) noexcept {
+  return static_cast<char32_t>(u_foldCase(static_cast<UChar32>(c), U_FOLD_CASE_DEFAULT));
+}
+
+char32_t NextFolded(std::string_view text, std::size_t& position) noexcept {
+  if (IsAscii(text[position])) return static_cast<unsigned char>(FoldAscii(text[position++]));
+  return Fold(NextCodePoint(text, position));
+}
+
+/// Bytes of `text` that `prefix` covers ignoring case; npos if `text` doesn't begin so.
+std::size_t MatchPrefix(std::string_view text, std::string_view prefix) noexcept {
+  std::size_t i = 0;
+  std::size_t j = 0;
+  while (j < prefix.size()) {
+    if (i >= text.size() || NextFolded(text, i) != NextFolded(prefix, j)) return std::string_view::npos;
+  }
+  return i;
+}
+
+bool IsContinuation(char c) noexcept { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+
+}  // namespace
+
+bool EqualsIgnoringCase(std::string_view left, std::string_view right) noexcept {
+  if (left.size() == right.size() && std::memcmp(left.data(), right.data(), left.size()) == 0) return true;
+  std::size_t i = 0;
+  std::size_t j = 0;
+  while (i < left.size() && j < right.size())
+    if (NextFolded(left, i) != NextFolded(right, j)) return false;
+  return i == left.size() && j == right.size();
+}
+
+int CompareIgnoringCase(std::string_view left, std::string_view right) noexcept {
+  std::size_t i = 0;
+  std::size_t j = 0;
+  while (i < left.size() && j < right.size()) {
+    const auto a = NextFolded(left, i);
+    const auto b = NextFolded(right, j);
+    if (a != b) return a < b ? -1 : 1;
+  }
+  return static_cast<int>(j == right.size()) - static_cast<int>(i == left.size());
+}
+
+bool StartsWithIgnoringCase(std::string_view text, std::string_view prefix) noexcept {
+  return MatchPrefix(text, prefix) != std::string_view::npos;
+}
+
+bool EndsWithIgnoringCase(std::string_view text, std::string_view suffix) noexcept {
+  // Folding can change the number of bytes, so the suffix is counted in code points.
+  std::size_t codePoints = 0;
+  for (const char c : suffix) codePoints += IsContinuation(c) ? 0 : 1;
+  std::size_t start = text.size();
+  while (codePoints > 0 && start > 0)
+    if (!IsContinuation(text[--start])) --codePoints;
+  return codePoints == 0 && EqualsIgnoringCase(text.substr(start), suffix);
+}
+
+std::size_t FindIgnoringCase(std::string_view text, std::string_view what, std::size_t from) {
+  for (auto i = from; i <= text.size(); ++i) {
+    if (i < text.size() && IsContinuation(text[i])) continue;
+    if (MatchPrefix(text.substr(i), what) != std::string_view::npos) return i;
+  }
+  return std::string_view::npos;
+}
+
+std::uint64_t FoldedHash(std::string_view text) noexcept {
+  std::uint64_t hash = 0xcbf29ce484222325ULL;  // FNV-1a, with a final mix for tables of a power of two
+  for (std::size_t i = 0; i < text.size();) {
+    hash ^= NextFolded(text, i);
+    hash *= 0x100000001b3ULL;
+  }
+  hash ^= hash >> 32;
+  return hash * 0x9e3779b97f4a7c15ULL ^ (hash >> 29);
+}
+
+std::string FoldCase(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  for (std::size_t i = 0; i < text.size();) AppendCodePoint(result, NextFolded(text, i));
+  return result;
+}
+
+std::string LowerCase(std::string_view text) {
+  std::string result(text);
+  if (std::all_of(text.begin(), text.end(), IsAscii)) {
+    std::transform(result.begin(), result.end(), result.begin(), FoldAscii);
+    return result;
+  }
+  result.clear();
+  icu::UnicodeString::fromUTF8({text.data(), static_cast<int32_t>(text.size())})
+      .toLower(icu::Locale::getRoot())
+      .toUTF8String(result);
+  return result;
+}
+
+std::string UpperCase(std::string_view text) {
+  std::string result;
+  icu::UnicodeString::fromUTF8({text.data(), static_cast<int32_t>(text.size())})
+      .toUpper(icu::Locale::getRoot())
+      .toUTF8String(result);
+  return result;
+}
+
+std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view with) {
+  std::string result;
+  std::size_t from = 0;
+  if (!what.empty()) {
+    for (auto at = text.find(what); at != std::string_view::npos; at = text.find(what, from)) {
+      result.append(text, from, at - from).append(with);
+      from = at + what.size();
+    }
+  }
+  return std::move(result.append(text, from));
+}
+
+std::string ReplaceAllIgnoringCase(std::string_view text, std::string_view what, std::string_view with) {
+  std::string result;
+  std::size_t from = 0;
+  if (!what.empty()) {
+    for (auto at = FindIgnoringCase(text, what); at != std::string_view::npos;
+         at = FindIgnoringCase(text, what, from)) {
+      result.append(text, from, at - from).append(with);
+      from = at + MatchPrefix(text.substr(at), what);
+    }
+  }
+  return std::move(result.append(text, from));
+}
+
+std::string_view TrimBlanks(std::string_view text) noexcept {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::vector<std::string_view> Split(std::string_view text, char separator) {
+  std::vector<std::string_view> parts;
+  std::size_t from = 0;
+  for (auto at = text.find(separator); at != std::string_view::npos; at = text.find(separator, from)) {
+    parts.push_back(text.substr(from, at - from));
+    from = at + 1;
+  }
+  parts.push_back(text.substr(from));
+  return parts;
+}
+
+bool IsValidUtf8(std::string_view text) noexcept {
+  std::size_t i = 0;
+  while (i < text.size()) {
+    // Eight ASCII bytes at a time: help text is mostly that.
+    std::uint64_t block = 0;
+    if (i + sizeof block <= text.size()) {
+      std::memcpy(&block, text.data() + i, sizeof block);
+      if ((block & 0x8080808080808080ULL) == 0) {
+        i += sizeof block;
+        continue;
+      }
+    }
+    if (IsAscii(text[i])) {
+      ++i;
+      continue;
+    }
+    const auto start = i;
+    if (NextCodePoint(text, i) == 0xFFFD && text.substr(start, i - start) != "\xEF\xBF\xBD") return false;
+  }
+  return true;
+}
+
+std::size_t Utf16Length(std::string_view text) noexcept {
+  std::size_t length = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    length += (byte & 0xC0) == 0x80 ? 0 : (byte >= 0xF0 ? 2 : 1);
+  }
+  return length;
+}
+
+char32_t NextCodePoint(std::string_view text, std::size_t& position) noexcept {
+  constexpr char32_t malformed = 0xFFFD;
+  const auto lead = static_cast<unsigned char>(text[position++]);
+  if (lead < 0x80) return lead;
+  const int more = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
+  if (lead < 0xC2 || lead > 0xF4 || position + static_cast<std::size_t>(more) > text.size()) return malformed;
+  char32_t c = lead & (0x3F >> more);
+  for (int i = 0; i < more; ++i) {
+    const auto next = text[position + static_cast<std::size_t>(i)];
+    if (!IsContinuation(next)) return malformed;
+    c = (c << 6) | (static_cast<unsigned char>(next) & 0x3F);
+  }
+  constexpr char32_t smallest[] = {0, 0x80, 0x800, 0x10000};
+  if (c < smallest[more] || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) return malformed;
+  position += static_cast<std::size_t>(more);
+  return c;
+}
+
+void AppendCodePoint(std::string& text, char32_t c) {
+  if (c < 0x80) {
+    text += static_cast<char>(c);
+    return;
+  }
+  if (c < 0x800) {
+    text += static_cast<char>(0xC0 | (c >> 6));
+  } else {
+    if (c < 0x10000) {
+      text += static_cast<char>(0xE0 | (c >> 12));
+    } else {
+      text += static_cast<char>(0xF0 | (c >> 18));
+      text += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+    }
+    text += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+  }
+  text += static_cast<char>(0x80 | (c & 0x3F));
+}
+
+std::string ToUtf16Bytes(std::string_view text) {
+  std::string bytes;
+  bytes.reserve(text.size() * 2);
+  const auto append = [&](char32_t unit) {
+    bytes += static_cast<char>(unit & 0xFF);
+    bytes += static_cast<char>((unit >> 8) & 0xFF);
+  };
+  for (std::size_t i = 0; i < text.size();) {
+    const auto c = NextCodePoint(text, i);
+    if (c >= 0x10000) {
+      append(0xD800 + ((c - 0x10000) >> 10));
+      append(0xDC00 + ((c - 0x10000) & 0x3FF));
+    } else {
+      append(c);
+    }
+  }
+  return bytes;
+}
+
+std::string FromUtf16Bytes(std::string_view bytes, bool bigEndian) {
+  std::string text;
+  text.reserve(bytes.size());
+  const auto unitAt = [&](std::size_t i) -> char32_t {
+    const auto first = static_cast<unsigned char>(bytes[i]);
+    const auto second = static_cast<unsigned char>(bytes[i + 1]);
+    return static_cast<char32_t>(bigEndian ? first << 8 | second : second << 8 | first);
+  };
+  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    auto c = unitAt(i);
+    if (c >= 0xD800 && c < 0xDC00 && i + 3 < bytes.size()) {
+      const auto low = unitAt(i + 2);
+      if (low >= 0xDC00 && low < 0xE000) {
+        c = 0x10000 + ((c - 0xD800) << 10) + (low - 0xDC00);
+        i += 2;
+      }
+    }
+    AppendCodePoint(text, c >= 0xD800 && c < 0xE000 ? 0xFFFD : c);
+  }
+  return text;
+}
+
+}  // namespace quillbook

@@ -1,0 +1,108 @@
+#include "quillbook/base/Variant.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+
+#include "quillbook/base/Failure.h"
+#include "quillbook/base/Object.h"
+#include "quillbook/base/Text.h"
+
+namespace quillbook {
+
+namespace {
+
+[[noreturn]] void Mismatch(std::source_location where) { throw Failure(FailureNumber::TypeMismatch, {}, where); }
+
+std::int32_t RoundToLong(double value, std::source_location where) {
+  const double rounded = std::nearbyint(value);
+  if (!(rounded >= std::numeric_limits<std::int32_t>::min() && rounded <= std::numeric_limits<std::int32_t>::max()))
+    throw Failure(FailureNumber::Overflow, {}, where);
+  return static_cast<std::int32_t>(rounded);
+}
+
+}  // namespace
+
+std::string Variant::ToText(std::source_location where) const {
+  switch (GetKind()) {
+    case Kind::Empty: return {};
+    case Kind::Boolean: return BooleanText(std::get<bool>(mValue));
+    case Kind::Integer: return std::to_string(std::get<std::int64_t>(mValue));
+    case Kind::Double: return NumberToText(std::get<double>(mValue));
+    case Kind::Date: return std::get<quillbook::Date>(mValue).ToLocaleText();
+    case Kind::Text: return std::get<std::string>(mValue);
+    default: Mismatch(where);
+  }
+}
+
+double Variant::ToNumber(std::source_location where) const {
+  switch (GetKind()) {
+    case Kind::Empty: return 0;
+    case Kind::Boolean: return std::get<bool>(mValue) ? -1 : 0;
+    case Kind::Integer: return static_cast<double>(std::get<std::int64_t>(mValue));
+    case Kind::Double: return std::get<double>(mValue);
+    case Kind::Date: return std::get<quillbook::Date>(mValue).Days();
+    case Kind::Text: return NumberFromText(std::get<std::string>(mValue), where);
+    default: Mismatch(where);
+  }
+}
+
+std::int32_t Variant::ToLong(std::source_location where) const { return RoundToLong(ToNumber(where), where); }
+
+bool Variant::ToBoolean(std::source_location where) const {
+  if (GetKind() == Kind::Text) {
+    const auto& text = std::get<std::string>(mValue);
+    if (EqualsIgnoringCase(text, "True")) return true;
+    if (EqualsIgnoringCase(text, "False")) return false;
+  }
+  return ToNumber(where) != 0;
+}
+
+quillbook::Date Variant::ToDate(std::source_location where) const {
+  if (GetKind() == Kind::Text) {
+    if (const auto date = quillbook::Date::FromLocaleText(std::get<std::string>(mValue))) return *date;
+    Mismatch(where);
+  }
+  return quillbook::Date(ToNumber(where));
+}
+
+Ref<Object> Variant::ToObject(std::source_location where) const {
+  if (GetKind() == Kind::Empty) return nullptr;
+  if (GetKind() != Kind::Object) Mismatch(where);
+  return std::get<Ref<Object>>(mValue);
+}
+
+double NumberFromText(std::string_view text, std::source_location where) {
+  auto trimmed = TrimBlanks(text);
+  if (!trimmed.empty() && trimmed.front() == '+') trimmed.remove_prefix(1);
+  double value = 0;
+  const auto [end, error] = std::from_chars(trimmed.data(), trimmed.data() + trimmed.size(), value);
+  if (error == std::errc::result_out_of_range) throw Failure(FailureNumber::Overflow, {}, where);
+  if (error != std::errc() || end != trimmed.data() + trimmed.size() || !std::isfinite(value)) Mismatch(where);
+  return value;
+}
+
+std::int32_t LongFromText(std::string_view text, std::source_location where) {
+  return RoundToLong(NumberFromText(text, where), where);
+}
+
+double LeadingNumber(std::string_view text) noexcept {
+  const auto first = text.find_first_not_of(" \t\r\n");
+  if (first == std::string_view::npos) return 0;
+  text.remove_prefix(first);
+  if (text.front() == '+') text.remove_prefix(1);
+  double value = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  return result.ec == std::errc() && std::isfinite(value) ? value : 0;
+}
+
+std::string NumberToText(double value) {
+  if (std::isnan(value)) return "nan";
+  char buffer[40];
+  std::snprintf(buffer, sizeof buffer, "%.15g", value);
+  return buffer;
+}
+
+}  // namespace quillbook

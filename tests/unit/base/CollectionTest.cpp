@@ -1,0 +1,85 @@
+#include "quillbook/base/Collection.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "quillbook/base/Failure.h"
+
+namespace quillbook {
+namespace {
+
+FailureNumber FailureOf(const std::function<void()>& statement) {
+  try {
+    statement();
+  } catch (const Failure& failure) {
+    return failure.Number();
+  }
+  return FailureNumber::None;
+}
+
+std::string Joined(const Collection<std::string>& list) {
+  std::string result;
+  for (const auto& item : list) result += item;
+  return result;
+}
+
+TEST(Collection, Item_OfAnUnknownKey_Fails) {
+  Collection<std::string> list;
+  list.Add("a", "A");
+  EXPECT_EQ(FailureOf([&] { (void)list.Item("b"); }), FailureNumber::InvalidCall);
+  EXPECT_EQ(FailureOf([&] { (void)list.Item(0); }), FailureNumber::SubscriptOutOfRange);
+  EXPECT_EQ(FailureOf([&] { (void)list.Item(2); }), FailureNumber::SubscriptOutOfRange);
+  EXPECT_EQ(list.Item(1), "a");
+}
+
+TEST(Collection, KeysAreUnique_IgnoringCase_AlsoBeyondAscii) {
+  Collection<std::string> list;
+  list.Add("a", "\xC3\x89tude");
+  EXPECT_EQ(FailureOf([&] { list.Add("b", "\xC3\xA9TUDE"); }), FailureNumber::KeyAlreadyExists);
+  EXPECT_EQ(list.Count(), 1u);
+  EXPECT_EQ(list.Item("\xC3\xA9tude"), "a");
+}
+
+TEST(Collection, Add_GoesBeforeOrAfterANeighbour_AndBeforeWins) {
+  Collection<std::string> list;
+  list.Add("b", "b");
+  list.Add("a", "a", "b");
+  list.Add("d", "", {}, 2);
+  list.Add("c", "c", 3, "a");
+  EXPECT_EQ(Joined(list), "abcd");
+  EXPECT_EQ(FailureOf([&] { list.Add("x", "x", "nowhere"); }), FailureNumber::InvalidCall);
+  EXPECT_EQ(list.Count(), 4u);
+}
+
+TEST(Collection, AgreesWithASimpleModel_OverRandomOperations) {
+  std::mt19937 random(7);
+  Collection<int> list;
+  std::vector<std::pair<std::string, int>> model;
+  const auto pick = [&](std::size_t below) { return std::uniform_int_distribution<std::size_t>(0, below - 1)(random); };
+  for (int step = 0; step < 20'000; ++step) {
+    const auto key = "key" + std::to_string(pick(300));
+    const auto known = std::find_if(model.begin(), model.end(), [&](const auto& m) { return m.first == key; });
+    ASSERT_EQ(list.Contains(key), known != model.end());
+    if (known != model.end() && pick(2) == 0) {
+      ASSERT_EQ(list.PositionOfKey(key), static_cast<std::size_t>(known - model.begin()) + 1);
+      list.Remove(key);
+      model.erase(known);
+    } else if (known == model.end()) {
+      const auto place = pick(model.size() + 1);
+      if (place == model.size())
+        list.Add(step, key);
+      else
+        list.Add(step, key, place + 1);
+      model.insert(model.begin() + static_cast<std::ptrdiff_t>(place), {key, step});
+    }
+    ASSERT_EQ(list.Count(), model.size());
+    if (step % 500 == 0) {
+      std::size_t i = 0;
+      for (const auto item : list) ASSERT_EQ(item, model[i++].second);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quillbook
