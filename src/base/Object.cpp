@@ -64,16 +64,22 @@ const TypeInfo::Entry* TypeInfo::FindMember(std::string_view name) const noexcep
   return mBase ? mBase->FindMember(name) : nullptr;
 }
 
-long TypeInfo::LiveCount() const noexcept { return mShared->live.load(std::memory_order_relaxed); }
+long TypeInfo::LiveCount() const noexcept {
+  return mShared->live.load(std::memory_order_relaxed);
+}
 
-void TypeInfo::CountLive(int change) const noexcept { mShared->live.fetch_add(change, std::memory_order_relaxed); }
+void TypeInfo::CountLive(int change) const noexcept {
+  mShared->live.fetch_add(change, std::memory_order_relaxed);
+}
 
 std::vector<const TypeInfo*> TypeInfo::All() {
   const std::lock_guard lock(registryGuard);
   return Registry();
 }
 
-std::string_view Object::TypeName() const { return Type().Name(); }
+std::string_view Object::TypeName() const {
+  return Type().Name();
+}
 
 bool Object::IsOfType(std::string_view typeName) const {
   for (const auto* type = &Type(); type; type = type->Base())
@@ -99,7 +105,9 @@ void Object::SetMember(std::string_view name, const Variant& value, std::source_
   entry->set(*this, value);
 }
 
-bool Object::HasMember(std::string_view name) const { return Type().FindMember(name) != nullptr; }
+bool Object::HasMember(std::string_view name) const {
+  return Type().FindMember(name) != nullptr;
+}
 
 void Object::Fields(const FieldVisitor& visitor) const {
   const auto& type = Type();

@@ -57,7 +57,9 @@ void ObjectReaper::End(Object* object) noexcept {
 
 namespace detail {
 
-void AddReference(Object* object) noexcept { ++object->mReferences; }
+void AddReference(Object* object) noexcept {
+  ++object->mReferences;
+}
 
 void ReleaseReference(Object* object) noexcept {
   if (--object->mReferences == 0) ObjectReaper::End(object);

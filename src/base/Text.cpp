@@ -11,9 +11,13 @@ namespace quillbook {
 
 namespace {
 
-constexpr bool IsAscii(char c) noexcept { return static_cast<unsigned char>(c) < 0x80; }
+constexpr bool IsAscii(char c) noexcept {
+  return static_cast<unsigned char>(c) < 0x80;
+}
 
-constexpr char FoldAscii(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+constexpr char FoldAscii(char c) noexcept {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
 
 char32_t Fold(char32_t c) noexcept {
   return static_cast<char32_t>(u_foldCase(static_cast<UChar32>(c), U_FOLD_CASE_DEFAULT));
@@ -34,7 +38,9 @@ std::size_t MatchPrefix(std::string_view text, std::string_view prefix) noexcept
   return i;
 }
 
-bool IsContinuation(char c) noexcept { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+bool IsContinuation(char c) noexcept {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
 
 }  // namespace
 

@@ -14,7 +14,9 @@ namespace quillbook {
 
 namespace {
 
-[[noreturn]] void Mismatch(std::source_location where) { throw Failure(FailureNumber::TypeMismatch, {}, where); }
+[[noreturn]] void Mismatch(std::source_location where) {
+  throw Failure(FailureNumber::TypeMismatch, {}, where);
+}
 
 std::int32_t RoundToLong(double value, std::source_location where) {
   const double rounded = std::nearbyint(value);
@@ -49,7 +51,9 @@ double Variant::ToNumber(std::source_location where) const {
   }
 }
 
-std::int32_t Variant::ToLong(std::source_location where) const { return RoundToLong(ToNumber(where), where); }
+std::int32_t Variant::ToLong(std::source_location where) const {
+  return RoundToLong(ToNumber(where), where);
+}
 
 bool Variant::ToBoolean(std::source_location where) const {
   if (GetKind() == Kind::Text) {

@@ -2,6 +2,8 @@
 
 namespace quillbook {
 
-std::string_view LibraryVersion() noexcept { return QUILLBOOK_VERSION; }
+std::string_view LibraryVersion() noexcept {
+  return QUILLBOOK_VERSION;
+}
 
 }  // namespace quillbook

@@ -61,8 +61,7 @@ class Collection final : public Object {
   [[nodiscard]] T& Item(KeyOrPosition which, std::source_location where = std::source_location::current()) {
     return static_cast<Entry*>(mCore.Require(which, where))->value;
   }
-  [[nodiscard]] const T& Item(KeyOrPosition which,
-                              std::source_location where = std::source_location::current()) const {
+  [[nodiscard]] const T& Item(KeyOrPosition which, std::source_location where = std::source_location::current()) const {
     return static_cast<const Entry*>(mCore.Require(which, where))->value;
   }
   /// The member, or null where `Item` would fail.
@@ -101,7 +100,8 @@ class Collection final : public Object {
   auto end() const noexcept { return Iterator<const T>(mCore.Order().data() + mCore.Count()); }
 
   static const TypeInfo& StaticType() {
-    static const TypeInfo type = Describe<Collection>("Collection").template ReadOnly<&Collection::Count>("Count").Done();
+    static const TypeInfo type =
+        Describe<Collection>("Collection").template ReadOnly<&Collection::Count>("Count").Done();
     return type;
   }
   [[nodiscard]] const TypeInfo& Type() const override { return StaticType(); }

@@ -43,8 +43,7 @@ class Failure : public std::exception {
  public:
   /// `description` empty takes the classic text of the number.
   explicit Failure(FailureNumber number, std::string description = {},
-                   std::source_location where = std::source_location::current(),
-                   std::string source = "QBLiteObjects2");
+                   std::source_location where = std::source_location::current(), std::string source = "QBLiteObjects2");
 
   [[nodiscard]] FailureNumber Number() const noexcept { return mNumber; }
   [[nodiscard]] const std::string& Description() const noexcept { return mDescription; }

@@ -122,7 +122,6 @@ struct IsWeak : std::false_type {};
 template <class T>
 struct IsWeak<WeakReference<T>> : std::true_type {};
 
-
 /// A member's value as a late-bound read gives it.
 template <class V>
 Variant MakeVariant(const V& value) {

@@ -49,8 +49,8 @@ class Ref {
   }
   Ref(Ref&& other) noexcept : mObject(std::exchange(other.mObject, nullptr)) {}
   template <class U>
-    requires std::is_convertible_v<U*, T*>
-  Ref(const Ref<U>& other) noexcept : Ref(static_cast<T*>(other.get())) {}
+  requires std::is_convertible_v<U*, T*> Ref(const Ref<U>& other)
+  noexcept : Ref(static_cast<T*>(other.get())) {}
   ~Ref() {
     if (mObject) detail::ReleaseReference(mObject);
   }

@@ -41,6 +41,8 @@ void AppendCodePoint(std::string& text, char32_t codePoint);
 [[nodiscard]] std::string ToUtf16Bytes(std::string_view text);
 [[nodiscard]] std::string FromUtf16Bytes(std::string_view bytes, bool bigEndian = false);
 
-[[nodiscard]] inline const char* BooleanText(bool value) noexcept { return value ? "True" : "False"; }
+[[nodiscard]] inline const char* BooleanText(bool value) noexcept {
+  return value ? "True" : "False";
+}
 
 }  // namespace quillbook

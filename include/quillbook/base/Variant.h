@@ -46,11 +46,10 @@ class Variant {
   template <std::same_as<bool> B>
   Variant(B value) : mValue(value) {}
   template <class I>
-    requires(std::is_integral_v<I> && !std::is_same_v<I, bool>)
-  Variant(I value) : mValue(static_cast<std::int64_t>(value)) {}
+  requires(std::is_integral_v<I> && !std::is_same_v<I, bool>) Variant(I value)
+      : mValue(static_cast<std::int64_t>(value)) {}
   template <class E>
-    requires std::is_enum_v<E>
-  Variant(E value) : mValue(static_cast<std::int64_t>(value)) {}
+  requires std::is_enum_v<E> Variant(E value) : mValue(static_cast<std::int64_t>(value)) {}
   Variant(double value) : mValue(value) {}
   Variant(quillbook::Date value) : mValue(value) {}
   Variant(std::string value) : mValue(std::move(value)) {}

@@ -91,8 +91,9 @@ class Procedure {
 
  private:
   void Report() const {
-    const detail::ParameterWriter writer{
-        &mParameters, [](const void* context, ParameterDump& dump) { (*static_cast<const Parameters*>(context))(dump); }};
+    const detail::ParameterWriter writer{&mParameters, [](const void* context, ParameterDump& dump) {
+                                           (*static_cast<const Parameters*>(context))(dump);
+                                         }};
     if constexpr (std::is_base_of_v<Object, Owner>)
       detail::ReportCurrent(&mOwner, nullptr, mName, writer, mWhere);
     else
