@@ -1,5 +1,7 @@
 #include "quillbook/base/CollectionCore.h"
 
+#include <algorithm>
+
 #include "quillbook/base/Failure.h"
 #include "quillbook/base/Text.h"
 
@@ -9,6 +11,9 @@ namespace {
 
 // Below this many keys a walk over the members is quicker than a table, and most collections stay below it.
 constexpr std::size_t SmallCount = 8;
+
+// Room between the order numbers of neighbours: 32 insertions at one place before all are numbered anew.
+constexpr std::uint64_t OrderStep = std::uint64_t{1} << 32;
 
 bool Matches(const CollectionEntry* entry, std::string_view key, std::uint64_t hash) noexcept {
   return entry->keyed && entry->hash == hash && EqualsIgnoringCase(entry->key, key);
@@ -43,14 +48,9 @@ CollectionEntry* CollectionCore::Require(const KeyOrPosition& which, std::source
 }
 
 std::size_t CollectionCore::PositionOf(const CollectionEntry* entry) const noexcept {
-  if (entry->position < mNumbered && mOrder[entry->position] == entry) return entry->position;
-  // Numbers are brought up to date only as far as somebody asks, so that removing from the front stays cheap.
-  while (mOrder[mNumbered] != entry) {
-    mOrder[mNumbered]->position = mNumbered;
-    ++mNumbered;
-  }
-  mOrder[mNumbered]->position = mNumbered;
-  return mNumbered++;
+  const auto at = std::lower_bound(mOrder.begin(), mOrder.end(), entry->order,
+                                   [](const auto* member, std::uint64_t order) { return member->order < order; });
+  return static_cast<std::size_t>(at - mOrder.begin());
 }
 
 void CollectionCore::RequireNewKey(std::string_view key, std::source_location where) const {
@@ -68,9 +68,8 @@ void CollectionCore::Insert(CollectionEntry* entry, std::size_t place) {
   entry->hash = entry->keyed ? FoldedHash(entry->key) : 0;
   const auto keyed = mKeyed + (entry->keyed ? 1 : 0);
   if (keyed > 0 && mOrder.size() >= SmallCount && keyed * 2 > mTable.size()) Rebuild(keyed * 4);
+  entry->order = OrderAt(place);
   mOrder.insert(mOrder.begin() + static_cast<std::ptrdiff_t>(place), entry);
-  entry->position = place;
-  if (mNumbered >= place) mNumbered = place + 1;
   if (entry->keyed) {
     mKeyed = keyed;
     if (!mTable.empty()) AddToTable(entry);
@@ -84,19 +83,27 @@ void CollectionCore::Erase(CollectionEntry* entry) {
     --mKeyed;
   }
   mOrder.erase(mOrder.begin() + static_cast<std::ptrdiff_t>(place));
-  mNumbered = place;
 }
 
 void CollectionCore::Clear() noexcept {
   mOrder.clear();
   mTable.clear();
   mKeyed = 0;
-  mNumbered = 0;
 }
 
 void CollectionCore::Reserve(std::size_t count) {
   mOrder.reserve(count);
   if (count > SmallCount && count * 2 > mTable.size()) Rebuild(count * 2);
+}
+
+std::uint64_t CollectionCore::OrderAt(std::size_t place) noexcept {
+  const auto before = [&] { return place == 0 ? 0 : mOrder[place - 1]->order; };
+  if (place == mOrder.size()) return before() + OrderStep;
+  if (mOrder[place]->order - before() < 2) {
+    std::uint64_t order = 0;
+    for (auto* entry : mOrder) entry->order = order += OrderStep;
+  }
+  return before() + (mOrder[place]->order - before()) / 2;
 }
 
 void CollectionCore::AddToTable(CollectionEntry* entry) noexcept {

@@ -43,18 +43,37 @@ class Collection final : public Object {
   };
 
  public:
+  /// Names a member for as long as it stays in the list, whatever else is added or removed. Handles compare in list
+  /// order.
+  class Handle {
+   public:
+    Handle() = default;
+    explicit operator bool() const noexcept { return mEntry != nullptr; }
+    [[nodiscard]] const T& operator*() const noexcept { return mEntry->value; }
+    [[nodiscard]] const T* operator->() const noexcept { return &mEntry->value; }
+    friend bool operator==(const Handle&, const Handle&) = default;
+    friend bool operator<(const Handle& left, const Handle& right) noexcept {
+      return left.mEntry->order < right.mEntry->order;
+    }
+
+   private:
+    friend class Collection;
+    explicit Handle(const Entry* entry) : mEntry(entry) {}
+    const Entry* mEntry = nullptr;
+  };
+
   Collection() = default;
   ~Collection() override { Clear(); }
 
   /// Appends, or inserts before or after the member named by `before` or `after`; `before` wins. An empty `key` adds
   /// the item without a key. Failure 457 for a known key, 5 or 9 for an unknown neighbour; the list is then unchanged.
-  void Add(T item, std::string_view key = {}, KeyOrPosition before = {}, KeyOrPosition after = {},
-           std::source_location where = std::source_location::current()) {
-    AddEntry(std::move(item), key, !key.empty(), before, after, where);
+  Handle Add(T item, std::string_view key = {}, KeyOrPosition before = {}, KeyOrPosition after = {},
+             std::source_location where = std::source_location::current()) {
+    return AddEntry(std::move(item), key, !key.empty(), before, after, where);
   }
   /// As `Add`, but an empty key is a key too.
-  void AddKeyed(T item, std::string_view key, std::source_location where = std::source_location::current()) {
-    AddEntry(std::move(item), key, true, {}, {}, where);
+  Handle AddKeyed(T item, std::string_view key, std::source_location where = std::source_location::current()) {
+    return AddEntry(std::move(item), key, true, {}, {}, where);
   }
 
   /// Failure 5 for an unknown key, 9 for a position out of range.
@@ -78,6 +97,13 @@ class Collection final : public Object {
     const auto* entry = mCore.FindKey(key);
     return entry ? mCore.PositionOf(entry) + 1 : 0;
   }
+
+  /// Handle of the member; empty where `Item` would fail.
+  [[nodiscard]] Handle HandleOf(KeyOrPosition which) const noexcept {
+    return Handle(static_cast<const Entry*>(mCore.Find(which)));
+  }
+  /// Position from 1 of a member of this list; logarithmic.
+  [[nodiscard]] std::size_t PositionOf(Handle handle) const noexcept { return mCore.PositionOf(handle.mEntry) + 1; }
 
   /// Failure 5 for an unknown key, 9 for a position out of range.
   void Remove(KeyOrPosition which, std::source_location where = std::source_location::current()) {
@@ -111,15 +137,15 @@ class Collection final : public Object {
   }
 
  private:
-  void AddEntry(T item, std::string_view key, bool keyed, const KeyOrPosition& before, const KeyOrPosition& after,
-                std::source_location where) {
+  Handle AddEntry(T item, std::string_view key, bool keyed, const KeyOrPosition& before, const KeyOrPosition& after,
+                  std::source_location where) {
     if (keyed) mCore.RequireNewKey(key, where);
     const auto place = mCore.InsertionPlace(before, after, where);
     auto entry = std::make_unique<Entry>(std::move(item));
     entry->key = key;
     entry->keyed = keyed;
     mCore.Insert(entry.get(), place);
-    entry.release();  // the list owns it from here
+    return Handle(entry.release());  // the list owns it from here
   }
   static T* ValueOf(detail::CollectionEntry* entry) noexcept {
     return entry ? &static_cast<Entry*>(entry)->value : nullptr;

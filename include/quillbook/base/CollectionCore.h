@@ -16,11 +16,14 @@ namespace quillbook::detail {
 struct CollectionEntry {
   std::string key;
   std::uint64_t hash = 0;
-  std::size_t position = 0;  ///< from 0; may be stale at and behind `CollectionCore::mNumbered`
+  std::uint64_t order = 0;  ///< ascends along the list; compares two members without their positions
   bool keyed = false;
 };
 
 /// Keeps entries in order and finds them by position or case-folded key, both in constant time. Doesn't own them.
+///
+/// Every entry has an order number. It changes only when the numbers between two neighbours have run out, and never in
+/// relation to other entries, so whoever sorts entries by it stays right whatever is added or removed.
 class CollectionCore {
  public:
   [[nodiscard]] std::size_t Count() const noexcept { return mOrder.size(); }
@@ -32,7 +35,7 @@ class CollectionCore {
   [[nodiscard]] CollectionEntry* Find(const KeyOrPosition& which) const noexcept;
   /// Failure 5 for an unknown key, 9 for a position out of range.
   [[nodiscard]] CollectionEntry* Require(const KeyOrPosition& which, std::source_location where) const;
-  /// Position from 0 of an entry of this collection.
+  /// Position from 0 of an entry of this collection; logarithmic.
   [[nodiscard]] std::size_t PositionOf(const CollectionEntry* entry) const noexcept;
 
   /// Failure 457 if a member has this key.
@@ -47,6 +50,7 @@ class CollectionCore {
   void Reserve(std::size_t count);
 
  private:
+  [[nodiscard]] std::uint64_t OrderAt(std::size_t place) noexcept;
   void AddToTable(CollectionEntry* entry) noexcept;
   void RemoveFromTable(const CollectionEntry* entry) noexcept;
   void Rebuild(std::size_t capacity);
@@ -54,7 +58,6 @@ class CollectionCore {
   std::vector<CollectionEntry*> mOrder;
   std::vector<CollectionEntry*> mTable;  ///< open addressing, a power of two; empty while the collection is small
   std::size_t mKeyed = 0;
-  mutable std::size_t mNumbered = 0;  ///< entries before this place know their position
 };
 
 }  // namespace quillbook::detail

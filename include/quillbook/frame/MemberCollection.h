@@ -60,8 +60,8 @@ class MemberCollection : public LibraryObject {
   virtual void MemberRemoved(const Ref<T>& /*member*/) {}
 
   /// The addition alone; raises failures.
-  void AddMember(const Ref<T>& item, std::string_view key, const KeyOrPosition& before, const KeyOrPosition& after) {
-    mCol.Add(item, key, before, after);
+  auto AddMember(const Ref<T>& item, std::string_view key, const KeyOrPosition& before, const KeyOrPosition& after) {
+    return mCol.Add(item, key, before, after);
   }
   /// The removal alone; raises failures.
   void RemoveMember(const KeyOrPosition& key) { mCol.Remove(key); }

@@ -81,5 +81,33 @@ TEST(Collection, AgreesWithASimpleModel_OverRandomOperations) {
   }
 }
 
+TEST(Collection, HandlesStayGood_AndCompareInListOrder_WhateverIsInserted) {
+  using List = Collection<int>;
+  std::mt19937 random(11);
+  List list;
+  std::vector<List::Handle> model;
+  for (int step = 0; step < 3'000; ++step) {
+    // Half of the insertions go to one place, which uses up the room between its neighbours again and again.
+    const auto place = step % 2 ? model.size() / 2 : random() % (model.size() + 1);
+    const auto before = place == model.size() ? KeyOrPosition() : KeyOrPosition(place + 1);
+    model.insert(model.begin() + static_cast<std::ptrdiff_t>(place), list.Add(step, {}, before));
+    if (step % 5 == 4) {
+      const auto gone = random() % model.size();
+      list.Remove(gone + 1);
+      model.erase(model.begin() + static_cast<std::ptrdiff_t>(gone));
+    }
+  }
+  std::size_t position = 0;
+  for (const auto item : list) {
+    ASSERT_EQ(*model[position], item);
+    ASSERT_EQ(list.PositionOf(model[position]), position + 1);
+    ASSERT_TRUE(position == 0 || model[position - 1] < model[position]);
+    ++position;
+  }
+  EXPECT_EQ(position, model.size());
+  EXPECT_EQ(list.HandleOf(3), model[2]);
+  EXPECT_FALSE(list.HandleOf(position + 1));
+}
+
 }  // namespace
 }  // namespace quillbook
