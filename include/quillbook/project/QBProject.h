@@ -32,10 +32,10 @@ class Topics;
 class VariableValues;
 class XMLDocument;
 class XMLElement;
-enum class ProjectPropertyTypeEnum : std::int32_t;
+enum ProjectPropertyTypeEnum : std::int32_t;
 
 /// How a project lies on disk. Only the single file is in use. Frozen values.
-enum class ProjectTypeEnum : std::int32_t { ProjectTypeSingleFile = 0, ProjectTypeSeparateFiles = 1 };
+enum ProjectTypeEnum : std::int32_t { ProjectTypeSingleFile = 0, ProjectTypeSeparateFiles = 1 };
 
 /// How the last load of a project went, for programs that must not save over what they could not read.
 struct ProjectLoadResult {
@@ -127,7 +127,7 @@ class QBProject final : public LibraryObject {
   }
 
   /// Always `ProjectTypeSingleFile`; writing it does nothing.
-  [[nodiscard]] ProjectTypeEnum ProjectType() const noexcept { return ProjectTypeEnum::ProjectTypeSingleFile; }
+  [[nodiscard]] ProjectTypeEnum ProjectType() const noexcept { return ProjectTypeSingleFile; }
   void SetProjectType(ProjectTypeEnum) noexcept {}
   /// Always False.
   [[nodiscard]] bool SCCActivated() const noexcept { return false; }

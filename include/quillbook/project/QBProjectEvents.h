@@ -23,7 +23,7 @@ class TopicLink;
 class TopicSection;
 
 /// Check-out state of a file under source control. Part of the interface for the editor's sake only. Frozen values.
-enum class CheckOutStatusEnum : std::int32_t {
+enum CheckOutStatusEnum : std::int32_t {
   StatusCheckedIn = 0,
   StatusCheckedOutWrongDirectory = 1,
   StatusCheckedOutToOtherUser = 2,
@@ -31,7 +31,7 @@ enum class CheckOutStatusEnum : std::int32_t {
 };
 
 /// Parts of a project that source control knows as files of their own. Frozen values.
-enum class ProjectElementTypeEnum : std::int32_t {
+enum ProjectElementTypeEnum : std::int32_t {
   ProjectElementTableOfContents = 1,
   ProjectElementManifests = 2,
   ProjectElementGlossary = 3,
@@ -39,7 +39,7 @@ enum class ProjectElementTypeEnum : std::int32_t {
 };
 
 /// How bad a message of a build is. Frozen values.
-enum class BuildMessageLevel : std::int32_t { bmWarning = 0, bmError = 1 };
+enum BuildMessageLevel : std::int32_t { bmWarning = 0, bmError = 1 };
 
 /// The events of one project, delivered synchronously on the caller's thread inside the operation that caused them,
 /// in the order of connecting. A listener may call back into the project; listeners of `LoadProgress` must not touch
