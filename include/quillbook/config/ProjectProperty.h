@@ -15,7 +15,7 @@ class XMLElement;
 
 /// What a property's value is meant to be; a label for whoever edits or shows it. The values are stored in project
 /// files.
-enum class ProjectPropertyTypeEnum : std::int32_t { pptText = 0, pptHTML = 1, pptNumber = 2, pptDate = 3, pptColor = 4 };
+enum ProjectPropertyTypeEnum : std::int32_t { pptText = 0, pptHTML = 1, pptNumber = 2, pptDate = 3, pptColor = 4 };
 
 /// A property of a project. The value is text whatever the type says. A setter compares first, with regard to case; a
 /// real change is told to the parent collection.
@@ -51,7 +51,7 @@ class ProjectProperty final : public LibraryObject {
 
   std::string mID;
   IndexedText mPropertyName;
-  ProjectPropertyTypeEnum mPropertyType = ProjectPropertyTypeEnum::pptText;
+  ProjectPropertyTypeEnum mPropertyType = pptText;
   std::string mPropertyValue;
   WeakReference<quillbook::ProjectProperties> mProjectProperties;
 };

@@ -10,7 +10,7 @@
 namespace quillbook {
 
 /// Toolbar style of the user interface. Stored as a number; frozen values.
-enum class QBToolbarStyleEnum : std::int32_t {
+enum QBToolbarStyleEnum : std::int32_t {
   ToolbarStyleOfficeXP = 0,
   ToolbarStyleOffice2003 = 1,
   ToolbarStyleOffice2003NoThemes = 2,

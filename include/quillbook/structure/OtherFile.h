@@ -14,7 +14,7 @@ class QBProject;
 class XMLElement;
 
 /// The classic kinds of other files; part of the public interface, but no operation takes or returns them.
-enum class OtherFileTypeEnum : std::int32_t { oftStylesheet = 0, oftOther = 1 };
+enum OtherFileTypeEnum : std::int32_t { oftStylesheet = 0, oftOther = 1 };
 
 /// An image, style sheet, script or whatever else the output needs.
 class OtherFile final : public LibraryObject {

@@ -16,7 +16,7 @@ class Topic;
 class XMLElement;
 
 /// What an entry of the table of contents points to. The values are stored in project files.
-enum class QBNodeTypeEnum : std::int32_t {
+enum QBNodeTypeEnum : std::int32_t {
   ntStandard = 0,     ///< `StandardURL`, or nothing
   ntSingleTopic = 1,  ///< one topic of the project, by `TopicID`
   ntSubContents = 2,  ///< a caption only
@@ -24,7 +24,7 @@ enum class QBNodeTypeEnum : std::int32_t {
 };
 
 /// Where an entry takes its caption from. The values are stored in project files.
-enum class QBNodeCaptionTypeEnum : std::int32_t {
+enum QBNodeCaptionTypeEnum : std::int32_t {
   ctDefault = 1,   ///< from what the node points to: the topic's `ContentsTitle`, or the glossary title
   ctSpecific = 2,  ///< the node's own `CaptionText`
 };
@@ -102,8 +102,8 @@ class QBNode final : public LibraryObject {
   void ReadAttributes(const XMLElement& e);
   friend class NodeRecord;
 
-  QBNodeTypeEnum mQBNodeType = QBNodeTypeEnum::ntStandard;
-  QBNodeCaptionTypeEnum mCaptionType = QBNodeCaptionTypeEnum::ctSpecific;
+  QBNodeTypeEnum mQBNodeType = ntStandard;
+  QBNodeCaptionTypeEnum mCaptionType = ctSpecific;
   std::string mCaptionText;
   std::int32_t mIcon = -1;
   std::string mSubContentsFileName;
