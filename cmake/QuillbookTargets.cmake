@@ -17,6 +17,11 @@ if(QUILLBOOK_SANITIZE)
   target_link_options(quillbook_flags INTERFACE -fsanitize=${QUILLBOOK_SANITIZE})
 endif()
 
+if(CMAKE_CXX_COMPILER_ID STREQUAL Clang AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 16)
+  target_include_directories(quillbook_flags BEFORE INTERFACE ${PROJECT_SOURCE_DIR}/tools/clang14)
+  target_compile_options(quillbook_flags INTERFACE -Wno-unknown-warning-option)
+endif()
+
 # quillbook_library(NAME <sources...>): a static library that may also go into a shared one.
 function(quillbook_library name)
   add_library(${name} STATIC ${ARGN})
@@ -26,4 +31,5 @@ function(quillbook_library name)
                                             $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
                              PRIVATE ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:quillbook_flags>)
+  set_property(GLOBAL APPEND PROPERTY QUILLBOOK_LIBRARIES ${name})
 endfunction()
