@@ -45,8 +45,8 @@ class TextIndex {
   void Remove(IndexedText& text);
   void Clear() noexcept;
 
-  /// Owners of the texts that equal `text` ignoring case, in no particular order.
-  [[nodiscard]] std::vector<Object*> Find(std::string_view text) const;
+  /// Owners of the texts that equal `text` ignoring case, in no particular order and at most `limit` of them.
+  [[nodiscard]] std::vector<Object*> Find(std::string_view text, std::size_t limit = SIZE_MAX) const;
 
  private:
   friend class IndexedText;
@@ -57,7 +57,8 @@ class TextIndex {
   };
   using Entries = std::unordered_multimap<std::uint64_t, Entry>;
 
-  [[nodiscard]] Entries::iterator Locate(const IndexedText& text);
+  [[nodiscard]] Entries::iterator Locate(const IndexedText& text, std::uint64_t hash);
+  void Rehash(const IndexedText& text, std::uint64_t before, std::uint64_t after);
 
   Entries mEntries;  ///< by hash of the case-folded text
 };
