@@ -127,7 +127,7 @@ class QBProject final : public LibraryObject {
   }
 
   /// Always `ProjectTypeSingleFile`; writing it does nothing.
-  [[nodiscard]] ProjectTypeEnum ProjectType() const noexcept { return ProjectTypeSingleFile; }
+  [[nodiscard]] ProjectTypeEnum ProjectType() const noexcept { return mStorageForm; }
   void SetProjectType(ProjectTypeEnum) noexcept {}
   /// Always False.
   [[nodiscard]] bool SCCActivated() const noexcept { return false; }
@@ -264,6 +264,9 @@ class QBProject final : public LibraryObject {
   void FireBuildProgress(std::string_view Status);
   void FireBuildMessage(std::string_view Message, BuildMessageLevel Level);
 
+  /// For tests of the storage form that is out of use: what `ProjectType` answers from now on.
+  void SetStorageForm(ProjectTypeEnum value) noexcept { mStorageForm = value; }
+
   // ---- Callbacks of the host during a build -------------------------------------------------------------------------
 
   void mMVProject_ContentCreated(std::string_view Filename);
@@ -306,6 +309,7 @@ class QBProject final : public LibraryObject {
   Ref<quillbook::MVProject> mMVProject;
   Ref<MVProjectBuild> mMVProjectBuild;
 
+  ProjectTypeEnum mStorageForm = ProjectTypeSingleFile;
   ProjectLoadResult mLoadResult;
   std::vector<Connection> mSinks;       ///< connections to `QBNodes` and `ProjectProperties`
   std::vector<Connection> mBuildSinks;  ///< connections to `mMVProject`
