@@ -32,6 +32,10 @@ std::string_view FailureText(FailureNumber number) noexcept {
   return "Application-defined or object-defined error";
 }
 
+std::string UnreadableText(FailureNumber number) {
+  return "{Error " + std::to_string(static_cast<int>(number)) + " formatting for output}";
+}
+
 Failure::Failure(FailureNumber number, std::string description, std::source_location where, std::string source)
     : mNumber(number),
       mDescription(description.empty() ? std::string(FailureText(number)) : std::move(description)),

@@ -17,6 +17,15 @@ std::vector<const TypeInfo*>& Registry() {
   return all;
 }
 
+/// A field whose value can't be read must not hide those behind it.
+Variant FieldValue(const Object& object, const TypeInfo::Entry& entry) {
+  try {
+    return (entry.dump ? entry.dump : entry.get)(object);
+  } catch (...) {
+    return Variant::Opaque{UnreadableText(CurrentFailure().Number())};
+  }
+}
+
 }  // namespace
 
 /// What stays at one place while the description itself is moved.
@@ -110,13 +119,11 @@ bool Object::HasMember(std::string_view name) const {
 }
 
 void Object::Fields(const FieldVisitor& visitor) const {
-  const auto& type = Type();
-  if (type.Base()) {
-    for (const auto& entry : type.Base()->Entries())
-      if (entry.field) visitor(entry.name, (entry.dump ? entry.dump : entry.get)(*this));
-  }
-  for (const auto& entry : type.Entries())
-    if (entry.field) visitor(entry.name, (entry.dump ? entry.dump : entry.get)(*this));
+  std::vector<const TypeInfo*> chain;
+  for (const auto* type = &Type(); type; type = type->Base()) chain.push_back(type);
+  for (auto type = chain.rbegin(); type != chain.rend(); ++type)
+    for (const auto& entry : (*type)->Entries())
+      if (entry.field) visitor(entry.name, FieldValue(*this, entry));
 }
 
 }  // namespace quillbook

@@ -38,6 +38,9 @@ enum class FailureNumber : int {
 /// The classic text of a number, such as "Type mismatch".
 [[nodiscard]] std::string_view FailureText(FailureNumber number) noexcept;
 
+/// What a state dump shows in place of a value whose reading failed.
+[[nodiscard]] std::string UnreadableText(FailureNumber number);
+
 /// A failure on its way to the procedure that handles or reports it.
 class Failure : public std::exception {
  public:

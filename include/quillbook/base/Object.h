@@ -40,7 +40,8 @@ class Object {
   [[nodiscard]] bool HasMember(std::string_view name) const;
 
   using FieldVisitor = std::function<void(std::string_view name, const Variant& value)>;
-  /// All fields in declared order, for the state dump.
+  /// All fields in declared order, those of base classes first, for the state dump. A field that can't be read is
+  /// given as the text of its failure.
   void Fields(const FieldVisitor& visitor) const;
 
   /// True if the object lists items, which `ForEachItem` then gives in order.

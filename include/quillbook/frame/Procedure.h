@@ -90,7 +90,7 @@ class Procedure {
   }
 
  private:
-  void Report() const {
+  [[gnu::cold]] void Report() const {
     const detail::ParameterWriter writer{&mParameters, [](const void* context, ParameterDump& dump) {
                                            (*static_cast<const Parameters*>(context))(dump);
                                          }};
