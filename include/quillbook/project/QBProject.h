@@ -12,7 +12,6 @@
 #include "quillbook/base/Event.h"
 #include "quillbook/base/Object.h"
 #include "quillbook/base/Ref.h"
-#include "quillbook/host/VariableValue.h"
 #include "quillbook/project/QBProjectEvents.h"
 
 namespace quillbook {
@@ -23,7 +22,6 @@ class GlossaryItems;
 class MVProjectBuild;
 class NamespaceDef;
 class OtherFiles;
-class PageLayout;
 class PageTemplate;
 class ProjectProperties;
 class ProjectProperty;
@@ -31,6 +29,7 @@ class QBNodes;
 class Tasks;
 class TopicCategories;
 class Topics;
+class VariableValues;
 class XMLDocument;
 class XMLElement;
 enum ProjectPropertyTypeEnum : std::int32_t;
@@ -271,29 +270,14 @@ class QBProject final : public LibraryObject {
   // ---- Callbacks of the host during a build -------------------------------------------------------------------------
 
   void mMVProject_ContentCreated(std::string_view Filename);
-  void mMVProject_BeforeOutputNamespacePage(const Ref<quillbook::PageLayout>& PageLayout,
-                                            const Ref<quillbook::NamespaceDef>& Definition, const Ref<Object>& Item,
-                                            bool& DontGenerate);
+  void mMVProject_BeforeOutputNamespacePage(std::string_view PageLayout, const Ref<quillbook::NamespaceDef>& Definition,
+                                            const Ref<Object>& Item, bool& DontGenerate);
 
   static const TypeInfo& StaticType();
   [[nodiscard]] const TypeInfo& Type() const override { return StaticType(); }
 
  private:
-  friend class ProjectLoader;
-  friend class ProjectWriter;
-
   void Changed();
-  /// Stores a value that differs and tells of the change; the common end of the simple setters.
-  template <class Field, class Value>
-  void Assign(Field& field, const Value& value, std::string_view property);
-  /// A path as it is stored: relative to the project file.
-  [[nodiscard]] std::string StoredPath(const Ref<FileSystemObject>& target) const;
-  [[nodiscard]] std::string AbsolutePath(std::string_view stored) const;
-  void ConnectSinks();
-  void ClearMemberFlags();
-  void MarkDirtyBySourceControl();
-  void MakeNodesPlain(const quillbook::Topic& topic);
-  void InternalLoadFromFile(std::string_view Filename, bool Reload);
 
   Ref<BuildResult> InternalBuild(const Ref<PageTemplate>& Template, const Ref<quillbook::MVProject>& PassedMVProject,
                                  std::string_view CompilerFileName, bool BuildRelatedMVP,
@@ -327,8 +311,8 @@ class QBProject final : public LibraryObject {
 
   ProjectTypeEnum mStorageForm = ProjectTypeSingleFile;
   ProjectLoadResult mLoadResult;
-  std::vector<Connection> mSinks;       ///< to `QBNodes` and `ProjectProperties`
-  std::vector<Connection> mBuildSinks;  ///< to `mMVProject`
+  std::vector<Connection> mSinks;       ///< connections to `QBNodes` and `ProjectProperties`
+  std::vector<Connection> mBuildSinks;  ///< connections to `mMVProject`
 };
 
 }  // namespace quillbook

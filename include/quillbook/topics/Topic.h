@@ -207,17 +207,21 @@ class Topic final : public LibraryObject {
   template <class Stored, class Value>
   void Assign(Stored& field, const Value& value, std::string_view property);
   void Changed(bool NotifyQBProject);
-  [[nodiscard]] bool UsesSeparateFile(bool ForClone) const;
-  [[nodiscard]] XMLElement SeparateFileRoot() const;
   void LoadAttributes(const XMLElement& e);
   void RenewLists();
   void LoadChild(const XMLElement& child);
+  void LoadLink(const XMLElement& child);
   void LoadNotes(const XMLElement& child);
-  void SaveAttributes(XMLElement& e);
-  void SaveFileLists(XMLElement& e);
-  void SaveChildren(XMLElement& e);
-  void MakeTopicLinks() const;
-  void TopicLinksChanged(std::string_view handler, const Ref<TopicLink>& link);
+  static void LoadFileList(const XMLElement& list, FileList& files);
+  void SaveRecord(XMLElement e);
+  void SaveAttributes(XMLElement& e) const;
+  void SaveFileLists(XMLElement& e) const;
+  [[nodiscard]] bool UsesSeparateFile(bool ForClone) const;
+  [[nodiscard]] XMLElement LoadSeparateFile() const;
+  /// False if nothing had to be written or the user gave up.
+  bool SaveSeparateFile();
+  void ConnectTopicLinks() const;
+  void TopicLinksChanged(std::string_view handler);
   [[nodiscard]] Ref<FileList> TopicLinkNamesForDump() const;
   [[nodiscard]] Ref<FileList> StyleSheetsForDump() const { return mStyleSheets.ForDump(); }
   [[nodiscard]] Ref<FileList> ScriptsForDump() const { return mScripts.ForDump(); }
