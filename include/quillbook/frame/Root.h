@@ -7,11 +7,11 @@
 
 #include "quillbook/base/Object.h"
 #include "quillbook/base/Ref.h"
+#include "quillbook/host/PageTemplate.h"
 
 namespace quillbook {
 
 class MVProject;
-class PageTemplates;
 class QBIDEOptions;
 class Topic;
 class TopicSectionDefs;

@@ -7,11 +7,11 @@
 
 #include "quillbook/base/Collection.h"
 #include "quillbook/base/Ref.h"
+#include "quillbook/host/PageTemplate.h"
 
 namespace quillbook {
 
 class MVProject;
-class PageTemplates;
 class QBProject;
 class Topic;
 class TopicSectionDefs;

@@ -12,6 +12,7 @@
 #include "quillbook/base/Event.h"
 #include "quillbook/base/Object.h"
 #include "quillbook/base/Ref.h"
+#include "quillbook/host/VariableValue.h"
 #include "quillbook/project/QBProjectEvents.h"
 
 namespace quillbook {
@@ -22,6 +23,7 @@ class GlossaryItems;
 class MVProjectBuild;
 class NamespaceDef;
 class OtherFiles;
+class PageLayout;
 class PageTemplate;
 class ProjectProperties;
 class ProjectProperty;
@@ -29,7 +31,6 @@ class QBNodes;
 class Tasks;
 class TopicCategories;
 class Topics;
-class VariableValues;
 class XMLDocument;
 class XMLElement;
 enum ProjectPropertyTypeEnum : std::int32_t;
@@ -270,14 +271,38 @@ class QBProject final : public LibraryObject {
   // ---- Callbacks of the host during a build -------------------------------------------------------------------------
 
   void mMVProject_ContentCreated(std::string_view Filename);
-  void mMVProject_BeforeOutputNamespacePage(std::string_view PageLayout, const Ref<quillbook::NamespaceDef>& Definition,
-                                            const Ref<Object>& Item, bool& DontGenerate);
+  void mMVProject_BeforeOutputNamespacePage(const Ref<quillbook::PageLayout>& PageLayout,
+                                            const Ref<quillbook::NamespaceDef>& Definition, const Ref<Object>& Item,
+                                            bool& DontGenerate);
 
   static const TypeInfo& StaticType();
   [[nodiscard]] const TypeInfo& Type() const override { return StaticType(); }
 
  private:
+  /// What the related host project's name may hold in place of no name.
+  static constexpr std::string_view NoMVPFileName = "\\\\\\";
+
+  friend class ProjectLoader;
+  friend class ProjectWriter;
+
   void Changed();
+  /// Stores a value that differs and tells of the change; the common end of the simple setters.
+  template <class Field, class Value>
+  void Assign(Field& field, const Value& value, std::string_view property);
+  /// A path as it is stored: relative to the project file.
+  [[nodiscard]] std::string StoredPath(const Ref<FileSystemObject>& target) const;
+  [[nodiscard]] std::string AbsolutePath(std::string_view stored) const;
+  /// A new empty collection of this project.
+  template <class List>
+  void MakeCollection(Ref<List>& list) {
+    list = New<List>();
+    list->SetQBProject(Ref<QBProject>(this));
+  }
+  void ConnectSinks();
+  void ClearMemberFlags();
+  void MarkTopicPartChanged();
+  void MakeNodesPlain(const quillbook::Topic& topic);
+  void InternalLoadFromFile(std::string_view Filename, bool Reload);
 
   Ref<BuildResult> InternalBuild(const Ref<PageTemplate>& Template, const Ref<quillbook::MVProject>& PassedMVProject,
                                  std::string_view CompilerFileName, bool BuildRelatedMVP,
@@ -311,8 +336,8 @@ class QBProject final : public LibraryObject {
 
   ProjectTypeEnum mStorageForm = ProjectTypeSingleFile;
   ProjectLoadResult mLoadResult;
-  std::vector<Connection> mSinks;       ///< connections to `QBNodes` and `ProjectProperties`
-  std::vector<Connection> mBuildSinks;  ///< connections to `mMVProject`
+  std::vector<Connection> mSinks;       ///< to `QBNodes` and `ProjectProperties`
+  std::vector<Connection> mBuildSinks;  ///< to `mMVProject`
 };
 
 }  // namespace quillbook
