@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "quillbook/base/Object.h"
+#include "quillbook/host/VariableValue.h"
 
 namespace quillbook {
 
@@ -14,7 +15,6 @@ class BuildResult;
 class Locale;
 class QBProject;
 class Topic;
-class VariableValues;
 class XMLElement;
 
 /// Where the output of a build goes, what it is compiled into, under what title, for which locale, and with which
@@ -128,15 +128,14 @@ class BuildProfile final : public LibraryObject {
  private:
   [[nodiscard]] Ref<quillbook::QBProject> Project() const;
   void Changed();
-  void Assign(std::string& field, std::string_view value, std::string_view name);
-  void Assign(bool& field, bool value, std::string_view name);
-  void AssignOverride(quillbook::VariableValues& values, std::string_view name, std::string_view value);
+  /// What most setters do: stores a value that differs and tells of it.
+  template <class Field, class Value>
+  void Assign(Field& field, Value value, std::string_view name);
+  void Override(quillbook::VariableValues& values, std::string_view name, std::string_view value);
   void LoadMandatory(const XMLElement& e);
   void CompleteHelp2Settings();
   void LoadOptional(const XMLElement& e);
   void LoadOverrides(const XMLElement& e);
-  bool OpenInViewer(std::string_view file, std::string_view parameters, std::string_view message,
-                    std::string_view title);
 
   std::string mID;
   std::string mName;

@@ -37,7 +37,7 @@ class OtherFile final : public LibraryObject {
   void SetQBProject(const Ref<quillbook::QBProject>& value);
   /// True until the file has been saved or loaded.
   [[nodiscard]] bool NewFlag() const noexcept { return mNewFlag; }
-  void SetNewFlag(bool value) noexcept { mNewFlag = value; }
+  void SetNewFlag(bool value) { mNewFlag = value; }
 
   /// Full path.
   [[nodiscard]] std::string LocalSpec() const;

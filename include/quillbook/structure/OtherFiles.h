@@ -42,6 +42,8 @@ class OtherFiles final : public MemberCollection<OtherFile> {
   void MemberRemoved(const Ref<OtherFile>& member) override;
 
  private:
+  [[nodiscard]] Ref<OtherFile> FirstByPath(std::string_view path) const;
+
   WeakReference<quillbook::QBProject> mQBProject;
   Ref<Collection<Ref<OtherFile>>> mDeletedFiles = New<Collection<Ref<OtherFile>>>();
 };

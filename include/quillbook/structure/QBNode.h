@@ -98,9 +98,10 @@ class QBNode final : public LibraryObject {
   [[nodiscard]] const TypeInfo& Type() const override { return StaticType(); }
 
  private:
+  friend class NodeReader;
+  friend class NodeWriter;
+
   void Changed();
-  void ReadAttributes(const XMLElement& e);
-  friend class NodeRecord;
 
   QBNodeTypeEnum mQBNodeType = ntStandard;
   QBNodeCaptionTypeEnum mCaptionType = ctSpecific;

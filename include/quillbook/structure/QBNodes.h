@@ -57,8 +57,10 @@ class QBNodes final : public MemberCollection<QBNode> {
   /// Replaces the tree by the one stored below `e`, or in the file at `LocalSpec` for the separate-file form.
   void Load(XMLElement e);
   void Save(XMLElement e);
-  /// Adds to this level without any other effect. An empty key is a key too. Raises failure 457 for a known one.
-  void AddLoaded(const Ref<QBNode>& node, std::string_view key);
+  /// The node at a position of this level, from 1. Failure 9 if there is none.
+  [[nodiscard]] const Ref<QBNode>& At(std::size_t position) const { return mCol.Item(position); }
+  /// The key under which the node at a position stands; empty for none.
+  [[nodiscard]] const std::string& KeyAt(std::size_t position) const { return mCol.KeyAt(position); }
 
   static const TypeInfo& StaticType();
   [[nodiscard]] const TypeInfo& Type() const override { return StaticType(); }

@@ -25,7 +25,7 @@ class Task final : public LibraryObject {
   [[nodiscard]] Ref<quillbook::QBProject> QBProject() const;
   void SetQBProject(const Ref<quillbook::QBProject>& value);
   [[nodiscard]] bool PauseEvents() const noexcept { return mPauseEvents; }
-  void SetPauseEvents(bool value) noexcept { mPauseEvents = value; }
+  void SetPauseEvents(bool value) { mPauseEvents = value; }
   [[nodiscard]] const std::string& Key() const noexcept { return mKey; }
   /// Tells nobody.
   void SetKey(std::string_view value) { mKey = value; }
@@ -74,9 +74,9 @@ class Task final : public LibraryObject {
 
  private:
   void Changed();
-  /// Stores a text that differs and tells of it.
-  void Assign(std::string& field, std::string_view value, std::string_view name);
-  void Assign(Date& field, Date value, std::string_view name);
+  /// What all setters do: stores a value that differs and tells of it.
+  template <class Field, class Value>
+  void Assign(Field& field, Value value, std::string_view name);
 
   WeakReference<quillbook::QBProject> mQBProject;
   bool mPauseEvents = false;
