@@ -1,6 +1,7 @@
 #include "quillbook/base/CollectionCore.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "quillbook/base/Failure.h"
 #include "quillbook/base/Text.h"
@@ -85,10 +86,10 @@ void CollectionCore::Erase(CollectionEntry* entry) {
   mOrder.erase(mOrder.begin() + static_cast<std::ptrdiff_t>(place));
 }
 
-void CollectionCore::Clear() noexcept {
-  mOrder.clear();
+std::vector<CollectionEntry*> CollectionCore::Release() noexcept {
   mTable.clear();
   mKeyed = 0;
+  return std::exchange(mOrder, {});
 }
 
 void CollectionCore::Reserve(std::size_t count) {

@@ -86,6 +86,10 @@ std::vector<const TypeInfo*> TypeInfo::All() {
   return Registry();
 }
 
+void detail::RaiseTypeMismatch() {
+  throw Failure(FailureNumber::TypeMismatch).WithoutPlace();
+}
+
 std::string_view Object::TypeName() const {
   return Type().Name();
 }

@@ -45,7 +45,7 @@ bool IsContinuation(char c) noexcept {
 }  // namespace
 
 bool EqualsIgnoringCase(std::string_view left, std::string_view right) noexcept {
-  if (left.size() == right.size() && std::memcmp(left.data(), right.data(), left.size()) == 0) return true;
+  if (left == right) return true;
   std::size_t i = 0;
   std::size_t j = 0;
   while (i < left.size() && j < right.size())
@@ -79,7 +79,14 @@ bool EndsWithIgnoringCase(std::string_view text, std::string_view suffix) noexce
 }
 
 std::size_t FindIgnoringCase(std::string_view text, std::string_view what, std::size_t from) {
+  // Only "k" and "s" are the fold of characters beyond ASCII, so most searches may look for the first byte alone.
+  const char first = what.empty() ? '\0' : FoldAscii(what.front());
+  const bool plain = !what.empty() && IsAscii(first) && first != 'k' && first != 's';
   for (auto i = from; i <= text.size(); ++i) {
+    if (plain) {
+      while (i < text.size() && FoldAscii(text[i]) != first) ++i;
+      if (i == text.size()) break;
+    }
     if (i < text.size() && IsContinuation(text[i])) continue;
     if (MatchPrefix(text.substr(i), what) != std::string_view::npos) return i;
   }
@@ -216,6 +223,7 @@ char32_t NextCodePoint(std::string_view text, std::size_t& position) noexcept {
 }
 
 void AppendCodePoint(std::string& text, char32_t c) {
+  if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) c = 0xFFFD;
   if (c < 0x80) {
     text += static_cast<char>(c);
     return;

@@ -1,9 +1,9 @@
 #include "quillbook/base/Variant.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
+#include <iterator>
 #include <limits>
 
 #include "quillbook/base/Failure.h"
@@ -23,6 +23,12 @@ std::int32_t RoundToLong(double value, std::source_location where) {
   if (!(rounded >= std::numeric_limits<std::int32_t>::min() && rounded <= std::numeric_limits<std::int32_t>::max()))
     throw Failure(FailureNumber::Overflow, {}, where);
   return static_cast<std::int32_t>(rounded);
+}
+
+/// The conversions of the standard library know no plus sign.
+std::string_view WithoutPlus(std::string_view number) noexcept {
+  const bool plus = number.size() > 1 && number[0] == '+' && number[1] != '-';
+  return plus ? number.substr(1) : number;
 }
 
 }  // namespace
@@ -79,12 +85,11 @@ Ref<Object> Variant::ToObject(std::source_location where) const {
 }
 
 double NumberFromText(std::string_view text, std::source_location where) {
-  auto trimmed = TrimBlanks(text);
-  if (!trimmed.empty() && trimmed.front() == '+') trimmed.remove_prefix(1);
+  const auto number = WithoutPlus(TrimBlanks(text));
   double value = 0;
-  const auto [end, error] = std::from_chars(trimmed.data(), trimmed.data() + trimmed.size(), value);
+  const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
   if (error == std::errc::result_out_of_range) throw Failure(FailureNumber::Overflow, {}, where);
-  if (error != std::errc() || end != trimmed.data() + trimmed.size() || !std::isfinite(value)) Mismatch(where);
+  if (error != std::errc() || end != number.data() + number.size() || !std::isfinite(value)) Mismatch(where);
   return value;
 }
 
@@ -96,7 +101,7 @@ double LeadingNumber(std::string_view text) noexcept {
   const auto first = text.find_first_not_of(" \t\r\n");
   if (first == std::string_view::npos) return 0;
   text.remove_prefix(first);
-  if (text.front() == '+') text.remove_prefix(1);
+  text = WithoutPlus(text);
   double value = 0;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
   return result.ec == std::errc() && std::isfinite(value) ? value : 0;
@@ -104,9 +109,11 @@ double LeadingNumber(std::string_view text) noexcept {
 
 std::string NumberToText(double value) {
   if (std::isnan(value)) return "nan";
+  if (value == 0) return "0";  // never "-0"
   char buffer[40];
-  std::snprintf(buffer, sizeof buffer, "%.15g", value);
-  return buffer;
+  const auto result = std::to_chars(buffer, std::end(buffer), value, std::chars_format::general, 15);
+  std::replace(buffer, result.ptr, 'e', 'E');
+  return std::string(buffer, result.ptr);
 }
 
 }  // namespace quillbook

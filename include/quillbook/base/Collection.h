@@ -111,9 +111,7 @@ class Collection final : public Object {
     mCore.Erase(entry.get());
   }
   void Clear() noexcept {
-    const auto entries = mCore.Order();
-    mCore.Clear();
-    for (auto* entry : entries) delete static_cast<Entry*>(entry);
+    for (auto* entry : mCore.Release()) delete static_cast<Entry*>(entry);
   }
   void Reserve(std::size_t count) { mCore.Reserve(count); }
 

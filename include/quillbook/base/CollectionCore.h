@@ -46,7 +46,8 @@ class CollectionCore {
   /// `entry->key` and `entry->keyed` are set and the key is new.
   void Insert(CollectionEntry* entry, std::size_t place);
   void Erase(CollectionEntry* entry);
-  void Clear() noexcept;
+  /// Empties the list and gives the entries that were in it.
+  [[nodiscard]] std::vector<CollectionEntry*> Release() noexcept;
   void Reserve(std::size_t count);
 
  private:

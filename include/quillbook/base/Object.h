@@ -123,6 +123,8 @@ struct IsWeak : std::false_type {};
 template <class T>
 struct IsWeak<WeakReference<T>> : std::true_type {};
 
+[[noreturn]] void RaiseTypeMismatch();
+
 /// A member's value as a late-bound read gives it.
 template <class V>
 Variant MakeVariant(const V& value) {
@@ -163,7 +165,10 @@ V FromVariant(const Variant& value) {
   } else if constexpr (std::is_same_v<V, Date>) {
     return value.ToDate();
   } else if constexpr (IsRef<V>::value) {
-    return V(dynamic_cast<typename IsRef<V>::Target*>(value.ToObject().get()));
+    const auto object = value.ToObject();
+    auto* target = dynamic_cast<typename IsRef<V>::Target*>(object.get());
+    if (object && !target) RaiseTypeMismatch();
+    return V(target);
   } else if constexpr (std::is_same_v<V, Variant>) {
     return value;
   } else {

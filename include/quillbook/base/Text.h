@@ -36,6 +36,7 @@ namespace quillbook {
 [[nodiscard]] std::size_t Utf16Length(std::string_view text) noexcept;
 /// Reads the code point at `position` and moves behind it; U+FFFD for a malformed sequence, of which one byte is taken.
 [[nodiscard]] char32_t NextCodePoint(std::string_view text, std::size_t& position) noexcept;
+/// What is no character, such as half of a surrogate pair, is appended as U+FFFD.
 void AppendCodePoint(std::string& text, char32_t codePoint);
 /// UTF-16LE bytes without a mark, and back.
 [[nodiscard]] std::string ToUtf16Bytes(std::string_view text);

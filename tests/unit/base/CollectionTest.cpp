@@ -109,5 +109,77 @@ TEST(Collection, HandlesStayGood_AndCompareInListOrder_WhateverIsInserted) {
   EXPECT_FALSE(list.HandleOf(position + 1));
 }
 
+TEST(Collection, AHundredThousandMembers_AreAddedFoundAndRemoved_InOrder) {
+  constexpr int count = 100'000;
+  const auto keyOf = [](int i) { return "{Key-" + std::to_string(i) + "}"; };
+  Collection<int> list;
+  for (int i = 0; i < count; ++i) list.Add(i, keyOf(i));
+  for (int i = 0; i < count; ++i) {
+    ASSERT_EQ(list.Item(i + 1), i);
+    ASSERT_EQ(list.Item(keyOf(i)), i);
+    ASSERT_EQ(list.PositionOfKey(keyOf(i)), static_cast<std::size_t>(i) + 1);
+  }
+  int expected = 0;
+  for (const int value : list) ASSERT_EQ(value, expected++);
+  ASSERT_EQ(expected, count);
+  for (int i = 0; i < count; ++i) {
+    ASSERT_EQ(list.Item(1), i);
+    list.Remove(i % 2 == 0 ? KeyOrPosition(1) : KeyOrPosition(std::string_view(list.KeyAt(1))));
+    ASSERT_FALSE(list.Contains(keyOf(i)));
+  }
+  EXPECT_TRUE(list.IsEmpty());
+}
+
+TEST(Collection, AnEmptyKey_IsNone_UnlessAskedFor) {
+  Collection<std::string> list;
+  list.Add("a");
+  list.Add("b", "");
+  EXPECT_FALSE(list.Contains(""));
+  list.AddKeyed("c", "");
+  EXPECT_EQ(list.Item(""), "c");
+  EXPECT_EQ(FailureOf([&] { list.AddKeyed("d", ""); }), FailureNumber::KeyAlreadyExists);
+  EXPECT_EQ(Joined(list), "abc");
+}
+
+TEST(Collection, AKey_CanBeUsedAgain_WhenItsMemberHasGone) {
+  Collection<std::string> list;
+  for (int i = 0; i < 20; ++i) list.Add(std::to_string(i % 10), "k" + std::to_string(i));
+  list.Remove("K7");
+  EXPECT_FALSE(list.Contains("k7"));
+  list.Add("x", "k7", 1);
+  EXPECT_EQ(list.Item("k7"), "x");
+  EXPECT_EQ(list.PositionOfKey("k7"), 1u);
+  list.Clear();
+  EXPECT_FALSE(list.Contains("k7"));
+  list.Add("y", "k7");
+  EXPECT_EQ(list.Item(1), "y");
+}
+
+/// Notes how long the list is when it goes.
+class Watcher final : public Object {
+ public:
+  Watcher(Collection<Ref<Watcher>>& list, std::size_t& seen) : mList(list), mSeen(seen) {}
+  ~Watcher() override { mSeen += mList.Count(); }
+  static const TypeInfo& StaticType() {
+    static const TypeInfo type = Describe<Watcher>("Watcher").Done();
+    return type;
+  }
+  [[nodiscard]] const TypeInfo& Type() const override { return StaticType(); }
+
+ private:
+  Collection<Ref<Watcher>>& mList;
+  std::size_t& mSeen;
+};
+
+TEST(Collection, AMember_MayLookAtTheList_WhileItGoes) {
+  std::size_t seen = 0;
+  Collection<Ref<Watcher>> list;
+  for (int i = 0; i < 3; ++i) list.Add(New<Watcher>(list, seen));
+  list.Remove(2);
+  EXPECT_EQ(seen, 2u) << "the list is already without it";
+  list.Clear();
+  EXPECT_EQ(seen, 2u);
+}
+
 }  // namespace
 }  // namespace quillbook
