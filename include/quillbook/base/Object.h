@@ -182,6 +182,8 @@ template <class C, class A>
 struct Setter<void (C::*)(A)> {
   using Argument = std::remove_cvref_t<A>;
 };
+template <class C, class A>
+struct Setter<void (C::*)(A) noexcept> : Setter<void (C::*)(A)> {};
 
 }  // namespace detail
 

@@ -13,6 +13,7 @@ namespace quillbook {
 
 class MVProject;
 class QBProject;
+class TemplateStore;
 class Topic;
 class TopicSectionDefs;
 class TopicStatuses;
@@ -76,6 +77,8 @@ void SetAppValue(std::string_view ValueName, std::string_view Value, std::string
 
 // ---- Projects -------------------------------------------------------------------------------------------------------
 
+/// The templates of the configuration directory.
+[[nodiscard]] Ref<TemplateStore> InstalledTemplates();
 /// Installed templates of this library's namespace whose support flags hold `SupportsFlag` (regarding case), keyed by
 /// name. An empty flag gives all.
 [[nodiscard]] Ref<PageTemplates> QuillbookPageTemplates(std::string_view SupportsFlag = {});

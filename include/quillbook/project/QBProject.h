@@ -303,6 +303,17 @@ class QBProject final : public LibraryObject {
   void MarkTopicPartChanged();
   void MakeNodesPlain(const quillbook::Topic& topic);
   void InternalLoadFromFile(std::string_view Filename, bool Reload);
+  [[nodiscard]] std::string ReadText(const FileSystemObject& file);
+  /// Makes a document of a text and notes in `mLoadResult` what it is.
+  [[nodiscard]] XMLDocument Parse(std::string text);
+  /// False if a failure ended the load half way; it has been reported then.
+  bool LoadXMLDocument(XMLDocument doc, bool Reload);
+  void ReportMissingFile(std::string_view name);
+  /// Notes the place where a text stops being XML.
+  void LocateFault(std::string_view text);
+  void KeepBackup(const FileSystemObject& file) const;
+  bool OpenForSaving(FileSystemObject& file);
+  bool WriteTo(FileSystemObject& file);
 
   Ref<BuildResult> InternalBuild(const Ref<PageTemplate>& Template, const Ref<quillbook::MVProject>& PassedMVProject,
                                  std::string_view CompilerFileName, bool BuildRelatedMVP,

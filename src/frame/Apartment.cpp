@@ -1,0 +1,45 @@
+#include "frame/Apartment.h"
+
+#include "quillbook/frame/FailureReporter.h"
+#include "quillbook/topics/TopicSectionDefs.h"
+#include "quillbook/topics/TopicStatuses.h"
+
+namespace quillbook {
+namespace {
+
+/// The library-wide variables in the order of the state dump. Some exist for the dump alone: nothing fills them.
+void VisitGlobals(const Object::FieldVisitor& visit) {
+  const auto& apartment = Apartment::Current();
+  visit("RootIncrement", apartment.RootIncrement);
+  visit("mCacheCount", apartment.mCacheCount);
+  visit("mCacheTopics", apartment.mCacheTopics);
+  visit("mClipboardDataFormat", apartment.mClipboardDataFormat);
+  visit("mClipboardTypeFormat", apartment.mClipboardTypeFormat);
+  visit("LoadedNodes", apartment.LoadedNodes);
+  visit("mBuildFlagColors", VariantArray());
+  visit("mBuildFlagColorNames", VariantArray());
+  visit("mSpellImagePath", apartment.mSpellImagePath);
+  visit("mData", "");
+  visit("mSData", "");
+  visit("mTypeID", 0);
+  visit("mReloadFlag", apartment.mReloadFlag);
+  visit("mDOMFactory", Ref<Object>());
+}
+
+}  // namespace
+
+Apartment::Apartment() {
+  SetGlobalsWriter(&VisitGlobals);
+}
+
+void Apartment::DropCaches() {
+  mTopicSectionDefs = nullptr;
+  mTopicStatuses = nullptr;
+}
+
+Apartment& Apartment::Current() {
+  thread_local Apartment apartment;
+  return apartment;
+}
+
+}  // namespace quillbook

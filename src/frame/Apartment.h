@@ -1,0 +1,42 @@
+// Library-wide state of one apartment.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "quillbook/base/Collection.h"
+#include "quillbook/base/Ref.h"
+#include "quillbook/frame/Procedure.h"
+
+namespace quillbook {
+
+class TopicSectionDefs;
+class TopicStatuses;
+
+/// One per thread, and nothing is locked. Reached only through `modMain` and `Root`.
+struct Apartment {
+  Apartment();
+
+  std::int32_t RootIncrement = 0;
+  Ref<quillbook::TopicSectionDefs> mTopicSectionDefs;  ///< cached while a `Root` lives
+  Ref<quillbook::TopicStatuses> mTopicStatuses;        ///< cached until the last `Root` goes
+  std::int32_t mCacheCount = 0;
+  Ref<Collection<Ref<Object>>> mCacheTopics = New<Collection<Ref<Object>>>();
+  std::int16_t mClipboardDataFormat = 0;
+  std::int16_t mClipboardTypeFormat = 0;
+  Ref<Collection<std::string>> LoadedNodes;
+  std::string mSpellImagePath;
+  bool mReloadFlag = false;
+  std::optional<bool> mMavenscriptInstalled;  ///< nothing until it has been asked for
+
+  /// What the last root leaves behind goes with it.
+  void DropCaches();
+
+  [[nodiscard]] static Apartment& Current();
+};
+
+/// The module of the free helpers, for the failure frame.
+[[nodiscard]] const Module& modMainModule() noexcept;
+
+}  // namespace quillbook
