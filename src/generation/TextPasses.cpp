@@ -68,7 +68,9 @@ std::string Replacement(std::string_view text, std::size_t opening, std::string_
 
 }  // namespace
 
-std::string_view BeforeColon(std::string_view text) noexcept { return text.substr(0, text.find(':')); }
+std::string_view BeforeColon(std::string_view text) noexcept {
+  return text.substr(0, text.find(':'));
+}
 
 std::string_view AfterColon(std::string_view text) noexcept {
   const auto colon = text.find(':');

@@ -18,8 +18,8 @@ namespace quillbook::textpasses {
 /// line breaks, and is left as the term alone where a caption stood in front of it.
 using GlossaryResolver = std::function<std::string(std::string& term)>;
 
-/// Replaces `$$...$$` by what `resolve` answers and appends to `result` as it goes on, so that a failure leaves what was
-/// done. A "$$" that lies more than 32,767 characters behind the last reference, or behind its opening sign, is
+/// Replaces `$$...$$` by what `resolve` answers and appends to `result` as it goes on, so that a failure leaves what
+/// was done. A "$$" that lies more than 32,767 characters behind the last reference, or behind its opening sign, is
 /// failure 6. Linear in the length of the text.
 void ParseForGlossaryItems(std::string_view text, std::string& result, const GlossaryResolver& resolve);
 

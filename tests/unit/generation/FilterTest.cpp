@@ -17,16 +17,22 @@ TEST(Filter, TakesBothSettings) {
   EXPECT_TRUE(filter->ForPageGeneration);
 }
 
-TEST(Filter, LastOfEqualNamesWins) { EXPECT_EQ(Loaded("type=blank,type=notblank")->TypeID, "notblank"); }
+TEST(Filter, LastOfEqualNamesWins) {
+  EXPECT_EQ(Loaded("type=blank,type=notblank")->TypeID, "notblank");
+}
 
 TEST(Filter, IgnoresCaseOfNameAndValue) {
   EXPECT_EQ(Loaded("TYPE=Blank")->TypeID, "blank");
   EXPECT_TRUE(Loaded("ForPageGeneration=TRUE")->ForPageGeneration);
 }
 
-TEST(Filter, TakesSecondFieldAsValue) { EXPECT_EQ(Loaded("type=b=c")->TypeID, "b"); }
+TEST(Filter, TakesSecondFieldAsValue) {
+  EXPECT_EQ(Loaded("type=b=c")->TypeID, "b");
+}
 
-TEST(Filter, PartWithoutEqualsSignHasNoEffect) { EXPECT_EQ(Loaded("blank")->TypeID, ""); }
+TEST(Filter, PartWithoutEqualsSignHasNoEffect) {
+  EXPECT_EQ(Loaded("blank")->TypeID, "");
+}
 
 TEST(Filter, TrimsNothing) {
   EXPECT_EQ(Loaded("a=1, type=blank")->TypeID, "");

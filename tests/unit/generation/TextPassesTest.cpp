@@ -24,7 +24,9 @@ TEST(ParseForAnchor, CaptionBeforeColonWins) {
   EXPECT_EQ(ParseForAnchor("%:page%"), "<a href=\"page.html\">page</a>");
 }
 
-TEST(ParseForAnchor, EmptyTargetGivesNothing) { EXPECT_EQ(ParseForAnchor("a%caption:%b"), "ab"); }
+TEST(ParseForAnchor, EmptyTargetGivesNothing) {
+  EXPECT_EQ(ParseForAnchor("a%caption:%b"), "ab");
+}
 
 TEST(ParseForAnchor, EscapedSignsAreNoReference) {
   EXPECT_EQ(ParseForAnchor("/%a~b/%"), "/%a~b/%");
@@ -64,7 +66,9 @@ TEST(ParseForGlossaryItems, ReferenceWithoutEndStays) {
   EXPECT_EQ(WithGlossary("$$api$$ $$"), "[api] $$");
 }
 
-TEST(ParseForGlossaryItems, LineBreakInsideTermIsRemoved) { EXPECT_EQ(WithGlossary("$$a\r\npi$$"), "[api]"); }
+TEST(ParseForGlossaryItems, LineBreakInsideTermIsRemoved) {
+  EXPECT_EQ(WithGlossary("$$a\r\npi$$"), "[api]");
+}
 
 TEST(ParseForGlossaryItems, SlashBeforeOpeningSignKeepsTheText) {
   EXPECT_EQ(WithGlossary("/$$api$$ $$api$$"), "/$$api$$ [api]");
