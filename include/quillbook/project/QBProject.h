@@ -315,6 +315,8 @@ class QBProject final : public LibraryObject {
   bool OpenForSaving(FileSystemObject& file);
   bool WriteTo(FileSystemObject& file);
 
+  class BuildRun;  ///< the phases of a build
+  bool CopyUntilDone(const FileSystemObject& source, const FileSystemObject& target);
   Ref<BuildResult> InternalBuild(const Ref<PageTemplate>& Template, const Ref<quillbook::MVProject>& PassedMVProject,
                                  std::string_view CompilerFileName, bool BuildRelatedMVP,
                                  const Ref<quillbook::BuildProfile>& BuildProfile, bool ShowBusyDialog,

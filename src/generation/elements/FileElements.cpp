@@ -65,7 +65,7 @@ std::string DesignTimeLink(const QBProject& project) {
 }
 
 bool ProjectHasFile(const QBProject& project, const FileSystemObject& file) {
-  return TextHelper::InCollection(project.Filename->Path() + file.NameWithExtension(), project.OtherFiles) ||
+  return TextHelper::InCollection(project.Filename->Path() + file.NameWithExtension(), *project.OtherFiles) ||
          project.TopicByName(file.BaseName());
 }
 
