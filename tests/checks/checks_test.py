@@ -70,6 +70,16 @@ class Docs(unittest.TestCase):
     def test_dead_link_is_found(self):
         self.assertEqual(self.check("[r](gone.md#part)"), (1, "docs/a.md: links to gone.md, which is not there\n"))
 
+    def test_sample_that_is_shown_otherwise_is_found(self):
+        sample = {"samples/a.cpp": "// samples/a.cpp: one.\nint a;\n"}
+        shown = "```cpp\n// samples/a.cpp: one.\nint {};\n```\n"
+        self.assertEqual(run("docs.py", self.EMPTY | sample | {"docs/a.md": shown.format("a")}), (0, ""))
+        self.assertEqual(run("docs.py", self.EMPTY | sample | {"docs/a.md": shown.format("b")}),
+                         (1, "docs/a.md: shows samples/a.cpp other than it is\n"))
+        manual = "<QBProject><s>&lt;pre&gt;&lt;code&gt;// samples/gone.cpp: x&lt;/code&gt;&lt;/pre&gt;</s></QBProject>"
+        code, out = run("docs.py", self.EMPTY | {"docs/manual/manual.qbp": manual})
+        self.assertEqual((code, "samples/gone.cpp" in out), (1, True))
+
     def test_unknown_options_and_commands_are_found(self):
         with tempfile.TemporaryDirectory() as folder:
             program = Path(folder, "quillbook")

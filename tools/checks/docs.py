@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Checks what the documentation names: paths, links, commands and options must exist.
+"""Checks what the documentation names: paths, links, commands and options must exist, samples must be those there are.
 
 usage: docs.py SOURCE_FOLDER [QUILLBOOK]
 
 Looks into README.md, CHANGELOG.md, CONTRIBUTING.md and docs/**/*.md, and, for commands and options, also into the
 topics of the manual. A path is a code span that begins with a folder or file of the repository's root; a placeholder
-in it (<name>, *, ...) ends what is checked. Prints one line a finding, and exits with 1 if there was one.
+in it (<name>, *, ...) ends what is checked. Code that begins with "// samples/..." is that file, whole. Prints one line a finding, and exits with 1 if there was one.
 """
 import html
 import re
@@ -18,6 +18,7 @@ CODE_SPAN = re.compile(r"`([^`\n]+)`")
 FENCE = re.compile(r"^```(\w*)\n(.*?)^```", re.M | re.S)
 LINK = re.compile(r"\]\(([^)#\s]+)(?:#[^)]*)?\)")
 PLACEHOLDER = re.compile(r"[<*{$]|\.\.\.|…")
+SAMPLE = re.compile(r"// (samples/[^:\s]+):")
 OPTION = re.compile(r"(?<![\w-])--[a-z][a-z-]+")
 
 
@@ -83,11 +84,34 @@ def command_lines(text):
     yield from (span for span in CODE_SPAN.findall(FENCE.sub("", text)) if span.startswith("quillbook "))
 
 
-def manual_command_lines(manual):
+def manual_code(manual):
     for section in ElementTree.parse(manual).iter("s"):
-        for code in re.findall(r"<(?:code|pre)[^>]*>(.*?)</(?:code|pre)>", section.text or "", re.S):
-            plain = html.unescape(re.sub(r"<[^>]+>", "", code))
-            yield from (line for line in plain.splitlines() if line.strip().startswith(("quillbook ", "$ quillbook ")))
+        for code in re.findall(r"<code[^>]*>(.*?)</code>", section.text or "", re.S):
+            yield html.unescape(re.sub(r"<[^>]+>", "", code))
+
+
+def check_sample(root, path, code, findings):
+    found = SAMPLE.match(code)
+    if found and not (root / found[1]).is_file():
+        findings.add(path, f"shows {found[1]}, which is not there")
+    elif found and (root / found[1]).read_text(encoding="utf-8").strip() != code.strip():
+        findings.add(path, f"shows {found[1]} other than it is")
+
+
+def check_document(root, path, program, findings):
+    text = path.read_text(encoding="utf-8")
+    check_paths(root, path, FENCE.sub("", text), findings)
+    for _, block in FENCE.findall(text):
+        check_sample(root, path, block, findings)
+    for line in command_lines(text) if program else ():
+        program.check(line, path, findings)
+
+
+def check_manual(root, manual, program, findings):
+    for code in manual_code(manual):
+        check_sample(root, manual, code, findings)
+        if program and code.startswith("quillbook "):
+            program.check(code.splitlines()[0], manual, findings)
 
 
 def main():
@@ -95,15 +119,9 @@ def main():
     program = CommandLine(sys.argv[2]) if len(sys.argv) > 2 else None
     findings = Findings(root)
     documents = [root / name for name in ("README.md", "CHANGELOG.md", "CONTRIBUTING.md")]
-    documents += sorted((root / "docs").rglob("*.md"))
-    for path in documents:
-        text = path.read_text(encoding="utf-8")
-        check_paths(root, path, FENCE.sub("", text), findings)
-        for line in command_lines(text) if program else ():
-            program.check(line, path, findings)
-    manual = root / "docs/manual/manual.qbp"
-    for line in manual_command_lines(manual) if program else ():
-        program.check(line, manual, findings)
+    for path in documents + sorted((root / "docs").rglob("*.md")):
+        check_document(root, path, program, findings)
+    check_manual(root, root / "docs/manual/manual.qbp", program, findings)
     sys.exit(1 if findings.count else 0)
 
 

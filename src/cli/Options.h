@@ -1,0 +1,33 @@
+// What the user asked for: the commands and their options.
+#pragma once
+
+#include <string>
+#include <variant>
+
+namespace quillbook::cli {
+
+struct BuildOptions {
+  std::string project;
+  std::string profile;       ///< name or id; empty for the first
+  std::string templateName;  ///< empty for the project's own
+  std::string output;        ///< empty for the profile's, the project's or the default folder
+  std::string format = "web";
+  bool yes = false;
+  bool quiet = false;
+  bool json = false;
+  bool strict = false;
+};
+
+struct InfoOptions {
+  std::string project;
+  bool quiet = false;
+  bool json = false;
+};
+
+/// A command to run, or the exit code where the arguments were all there was to it.
+using Request = std::variant<BuildOptions, InfoOptions, int>;
+
+/// Reads the arguments. Prints help and version on standard output, what is wrong on standard error.
+[[nodiscard]] Request ParseArguments(int argc, const char* const* argv);
+
+}  // namespace quillbook::cli
