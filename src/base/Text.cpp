@@ -28,6 +28,45 @@ char32_t NextFolded(std::string_view text, std::size_t& position) noexcept {
   return Fold(NextCodePoint(text, position));
 }
 
+constexpr std::size_t BlockSize = sizeof(std::uint64_t);
+
+/// The eight bytes at a position if they are all there and all ASCII. Keys and markup mostly are, and are read so.
+bool ReadAsciiBlock(std::string_view text, std::size_t position, std::uint64_t& block) noexcept {
+  if (text.size() - position < BlockSize) return false;
+  std::memcpy(&block, text.data() + position, BlockSize);
+  return (block & 0x8080808080808080ULL) == 0;
+}
+
+/// Sets the bit for lower case in each byte of an ASCII block that is an upper-case letter.
+constexpr std::uint64_t FoldBlock(std::uint64_t block) noexcept {
+  constexpr std::uint64_t ones = 0x0101010101010101ULL;
+  const auto fromA = block + ones * (0x80 - 'A');
+  const auto beyondZ = block + ones * (0x80 - 'Z' - 1);
+  return block | ((fromA & ~beyondZ & (ones * 0x80)) >> 2);
+}
+static_assert(FoldBlock(0x405A41617A5B7F00) == 0x407A61617A5B7F00);
+
+/// Up to eight folded characters as one number: ASCII ones as their bytes, so that a block folds to the same.
+std::uint64_t NextFoldedGroup(std::string_view text, std::size_t& position) noexcept {
+  std::uint64_t group = 0;
+  if (ReadAsciiBlock(text, position, group)) {
+    position += BlockSize;
+    return FoldBlock(group);
+  }
+  unsigned char bytes[BlockSize] = {};
+  std::uint64_t others = 0;
+  for (auto& byte : bytes) {
+    if (position == text.size()) break;
+    const auto c = NextFolded(text, position);
+    if (c < 0x80)
+      byte = static_cast<unsigned char>(c);
+    else
+      others = (others + c) * 0x9e3779b97f4a7c15ULL;
+  }
+  std::memcpy(&group, bytes, BlockSize);
+  return group + others;
+}
+
 /// Bytes of `text` that `prefix` covers ignoring case; npos if `text` doesn't begin so.
 std::size_t MatchPrefix(std::string_view text, std::string_view prefix) noexcept {
   std::size_t i = 0;
@@ -48,8 +87,17 @@ bool EqualsIgnoringCase(std::string_view left, std::string_view right) noexcept 
   if (left == right) return true;
   std::size_t i = 0;
   std::size_t j = 0;
-  while (i < left.size() && j < right.size())
-    if (NextFolded(left, i) != NextFolded(right, j)) return false;
+  while (i < left.size() && j < right.size()) {
+    std::uint64_t leftBlock = 0;
+    std::uint64_t rightBlock = 0;
+    if (ReadAsciiBlock(left, i, leftBlock) && ReadAsciiBlock(right, j, rightBlock)) {
+      if (FoldBlock(leftBlock) != FoldBlock(rightBlock)) return false;
+      i += BlockSize;
+      j += BlockSize;
+    } else if (NextFolded(left, i) != NextFolded(right, j)) {
+      return false;
+    }
+  }
   return i == left.size() && j == right.size();
 }
 
@@ -94,13 +142,12 @@ std::size_t FindIgnoringCase(std::string_view text, std::string_view what, std::
 }
 
 std::uint64_t FoldedHash(std::string_view text) noexcept {
-  std::uint64_t hash = 0xcbf29ce484222325ULL;  // FNV-1a, with a final mix for tables of a power of two
+  std::uint64_t hash = 0xcbf29ce484222325ULL;
   for (std::size_t i = 0; i < text.size();) {
-    hash ^= NextFolded(text, i);
-    hash *= 0x100000001b3ULL;
+    hash = (hash ^ NextFoldedGroup(text, i)) * 0x9e3779b97f4a7c15ULL;
+    hash ^= hash >> 32;
   }
-  hash ^= hash >> 32;
-  return hash * 0x9e3779b97f4a7c15ULL ^ (hash >> 29);
+  return hash * 0x100000001b3ULL ^ (hash >> 29);
 }
 
 std::string FoldCase(std::string_view text) {
@@ -176,14 +223,10 @@ std::vector<std::string_view> Split(std::string_view text, char separator) {
 bool IsValidUtf8(std::string_view text) noexcept {
   std::size_t i = 0;
   while (i < text.size()) {
-    // Eight ASCII bytes at a time: help text is mostly that.
     std::uint64_t block = 0;
-    if (i + sizeof block <= text.size()) {
-      std::memcpy(&block, text.data() + i, sizeof block);
-      if ((block & 0x8080808080808080ULL) == 0) {
-        i += sizeof block;
-        continue;
-      }
+    if (ReadAsciiBlock(text, i, block)) {
+      i += BlockSize;
+      continue;
     }
     if (IsAscii(text[i])) {
       ++i;

@@ -15,6 +15,8 @@ TEST(Text, EqualsIgnoringCase_FoldsSimply_InEveryScript) {
   EXPECT_FALSE(EqualsIgnoringCase("stra\u00DFe", "strasse")) << "folding keeps the number of characters";
   EXPECT_FALSE(EqualsIgnoringCase("I", "\u0131")) << "no Turkish rules";
   EXPECT_FALSE(EqualsIgnoringCase("a", "ab"));
+  EXPECT_FALSE(EqualsIgnoringCase("a", std::string_view("a\0", 2)));
+  EXPECT_FALSE(EqualsIgnoringCase("abcdefgh", "ABCDEFGHi"));
   EXPECT_FALSE(EqualsIgnoringCase("[", "{")) << "only letters have a case";
 }
 
@@ -31,6 +33,15 @@ TEST(Text, CompareIgnoringCase_OrdersByFoldedCodePoints) {
 TEST(Text, FoldedHash_IsEqualForEqualTexts) {
   EXPECT_EQ(FoldedHash("\u00C9tude K"), FoldedHash("\u00E9TUDE \u212A"));
   EXPECT_NE(FoldedHash("a"), FoldedHash("b"));
+  // Characters of other lengths move what follows to other places of the eight bytes that are read at once.
+  for (std::size_t before = 0; before < 20; ++before) {
+    const auto head = std::string(before, 'X');
+    EXPECT_EQ(FoldedHash(head + "KeySk@[`{ \u00C9 and more of it"),
+              FoldedHash(head + "\u212AEY\u017F\u212A@[`{ \u00E9 AND MORE OF IT"));
+    EXPECT_TRUE(EqualsIgnoringCase(head + "KeySk@[`{ \u00C9 and more of it",
+                                   head + "\u212AEY\u017F\u212A@[`{ \u00E9 AND MORE OF IT"));
+    EXPECT_FALSE(EqualsIgnoringCase(head + "@[`{ and more of it", head + "`{@[ and more of it"));
+  }
   EXPECT_EQ(FoldedHash({}), FoldedHash(""));
 }
 
