@@ -1,7 +1,6 @@
 #include "quillbook/base/CollectionCore.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "quillbook/base/Failure.h"
 #include "quillbook/base/Text.h"
@@ -26,7 +25,7 @@ CollectionEntry* CollectionCore::FindKey(std::string_view key) const noexcept {
   if (mKeyed == 0) return nullptr;
   const auto hash = FoldedHash(key);
   if (mTable.empty()) {
-    for (auto* entry : mOrder)
+    for (auto* entry : Order())
       if (Matches(entry, key, hash)) return entry;
     return nullptr;
   }
@@ -40,7 +39,7 @@ CollectionEntry* CollectionCore::Find(const KeyOrPosition& which) const noexcept
   if (which.IsKey()) return FindKey(which.Key());
   if (!which.IsPosition() || which.Position() < 1) return nullptr;
   const auto index = static_cast<std::uint64_t>(which.Position()) - 1;
-  return index < mOrder.size() ? mOrder[index] : nullptr;
+  return index < Count() ? mSlots[mGap + index] : nullptr;
 }
 
 CollectionEntry* CollectionCore::Require(const KeyOrPosition& which, std::source_location where) const {
@@ -49,9 +48,10 @@ CollectionEntry* CollectionCore::Require(const KeyOrPosition& which, std::source
 }
 
 std::size_t CollectionCore::PositionOf(const CollectionEntry* entry) const noexcept {
-  const auto at = std::lower_bound(mOrder.begin(), mOrder.end(), entry->order,
-                                   [](const auto* member, std::uint64_t order) { return member->order < order; });
-  return static_cast<std::size_t>(at - mOrder.begin());
+  const auto order = Order();
+  const auto at = std::lower_bound(order.begin(), order.end(), entry->order,
+                                   [](const auto* member, std::uint64_t number) { return member->order < number; });
+  return static_cast<std::size_t>(at - order.begin());
 }
 
 void CollectionCore::RequireNewKey(std::string_view key, std::source_location where) const {
@@ -62,15 +62,15 @@ std::size_t CollectionCore::InsertionPlace(const KeyOrPosition& before, const Ke
                                            std::source_location where) const {
   if (!before.IsMissing()) return PositionOf(Require(before, where));
   if (!after.IsMissing()) return PositionOf(Require(after, where)) + 1;
-  return mOrder.size();
+  return Count();
 }
 
 void CollectionCore::Insert(CollectionEntry* entry, std::size_t place) {
   entry->hash = entry->keyed ? FoldedHash(entry->key) : 0;
   const auto keyed = mKeyed + (entry->keyed ? 1 : 0);
-  if (keyed > 0 && mOrder.size() >= SmallCount && keyed * 2 > mTable.size()) Rebuild(keyed * 4);
+  if (keyed > 0 && Count() >= SmallCount && keyed * 2 > mTable.size()) Rebuild(keyed * 4);
   entry->order = OrderAt(place);
-  mOrder.insert(mOrder.begin() + static_cast<std::ptrdiff_t>(place), entry);
+  OpenSlot(place, entry);
   if (entry->keyed) {
     mKeyed = keyed;
     if (!mTable.empty()) AddToTable(entry);
@@ -83,28 +83,46 @@ void CollectionCore::Erase(CollectionEntry* entry) {
     if (!mTable.empty()) RemoveFromTable(entry);
     --mKeyed;
   }
-  mOrder.erase(mOrder.begin() + static_cast<std::ptrdiff_t>(place));
+  const auto slot = mSlots.begin() + static_cast<std::ptrdiff_t>(mGap + place);
+  if (place >= Count() / 2) {
+    mSlots.erase(slot);
+  } else {
+    std::move_backward(mSlots.begin() + static_cast<std::ptrdiff_t>(mGap), slot, slot + 1);
+    ++mGap;
+  }
 }
 
-std::vector<CollectionEntry*> CollectionCore::Release() noexcept {
-  mTable.clear();
-  mKeyed = 0;
-  return std::exchange(mOrder, {});
+/// Moves the shorter side out of the way, as far as there is a gap in front.
+void CollectionCore::OpenSlot(std::size_t place, CollectionEntry* entry) {
+  if (mGap > 0 && place < Count() / 2) {
+    const auto first = mSlots.begin() + static_cast<std::ptrdiff_t>(mGap);
+    const auto slot = std::move(first, first + static_cast<std::ptrdiff_t>(place), first - 1);
+    *slot = entry;
+    --mGap;
+    return;
+  }
+  // A list used as a queue must not grow for ever.
+  if (mSlots.size() == mSlots.capacity() && mGap > Count()) {
+    mSlots.erase(mSlots.begin(), mSlots.begin() + static_cast<std::ptrdiff_t>(mGap));
+    mGap = 0;
+  }
+  mSlots.insert(mSlots.begin() + static_cast<std::ptrdiff_t>(mGap + place), entry);
 }
 
 void CollectionCore::Reserve(std::size_t count) {
-  mOrder.reserve(count);
+  mSlots.reserve(mGap + count);
   if (count > SmallCount && count * 2 > mTable.size()) Rebuild(count * 2);
 }
 
 std::uint64_t CollectionCore::OrderAt(std::size_t place) noexcept {
-  const auto before = [&] { return place == 0 ? 0 : mOrder[place - 1]->order; };
-  if (place == mOrder.size()) return before() + OrderStep;
-  if (mOrder[place]->order - before() < 2) {
+  const auto entries = Order();
+  const auto before = [&] { return place == 0 ? 0 : entries[place - 1]->order; };
+  if (place == entries.size()) return before() + OrderStep;
+  if (entries[place]->order - before() < 2) {
     std::uint64_t order = 0;
-    for (auto* entry : mOrder) entry->order = order += OrderStep;
+    for (auto* entry : entries) entry->order = order += OrderStep;
   }
-  return before() + (mOrder[place]->order - before()) / 2;
+  return before() + (entries[place]->order - before()) / 2;
 }
 
 void CollectionCore::AddToTable(CollectionEntry* entry) noexcept {
@@ -134,7 +152,7 @@ void CollectionCore::Rebuild(std::size_t capacity) {
   while (size < capacity) size *= 2;
   std::vector<CollectionEntry*> fresh(size, nullptr);
   mTable.swap(fresh);
-  for (auto* entry : mOrder)
+  for (auto* entry : Order())
     if (entry->keyed) AddToTable(entry);
 }
 

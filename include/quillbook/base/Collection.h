@@ -13,8 +13,8 @@ namespace quillbook {
 
 /// Ordered list of values, each with an optional key that is unique in the list, ignoring case.
 ///
-/// Positions count from 1. Finding by key or position and appending take constant time; inserting and removing in
-/// the middle move the positions behind. Enumeration is in list order; add and remove nothing meanwhile.
+/// Positions count from 1. Finding by key or position, appending and removing at either end take constant time;
+/// inserting and removing elsewhere move the members on the shorter side. Enumeration is in list order; add and remove nothing meanwhile.
 template <class T>
 class Collection final : public Object {
   struct Entry : detail::CollectionEntry {
@@ -111,7 +111,7 @@ class Collection final : public Object {
     mCore.Erase(entry.get());
   }
   void Clear() noexcept {
-    for (auto* entry : mCore.Release()) delete static_cast<Entry*>(entry);
+    mCore.Release([](auto* entry) { delete static_cast<Entry*>(entry); });
   }
   void Reserve(std::size_t count) { mCore.Reserve(count); }
 

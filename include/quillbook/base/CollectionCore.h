@@ -4,8 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <source_location>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "quillbook/base/KeyOrPosition.h"
@@ -26,8 +28,8 @@ struct CollectionEntry {
 /// relation to other entries, so whoever sorts entries by it stays right whatever is added or removed.
 class CollectionCore {
  public:
-  [[nodiscard]] std::size_t Count() const noexcept { return mOrder.size(); }
-  [[nodiscard]] const std::vector<CollectionEntry*>& Order() const noexcept { return mOrder; }
+  [[nodiscard]] std::size_t Count() const noexcept { return mSlots.size() - mGap; }
+  [[nodiscard]] std::span<CollectionEntry* const> Order() const noexcept { return std::span(mSlots).subspan(mGap); }
 
   /// Null if there is no such key.
   [[nodiscard]] CollectionEntry* FindKey(std::string_view key) const noexcept;
@@ -46,17 +48,27 @@ class CollectionCore {
   /// `entry->key` and `entry->keyed` are set and the key is new.
   void Insert(CollectionEntry* entry, std::size_t place);
   void Erase(CollectionEntry* entry);
-  /// Empties the list and gives the entries that were in it.
-  [[nodiscard]] std::vector<CollectionEntry*> Release() noexcept;
+  /// Empties the list and calls `end` for each entry that was in it.
+  template <class End>
+  void Release(End end) noexcept {
+    const auto slots = std::exchange(mSlots, {});
+    const auto gap = std::exchange(mGap, 0);
+    mTable.clear();
+    mKeyed = 0;
+    for (auto* entry : std::span(slots).subspan(gap)) end(entry);
+  }
   void Reserve(std::size_t count);
 
  private:
   [[nodiscard]] std::uint64_t OrderAt(std::size_t place) noexcept;
+  void OpenSlot(std::size_t place, CollectionEntry* entry);
   void AddToTable(CollectionEntry* entry) noexcept;
   void RemoveFromTable(const CollectionEntry* entry) noexcept;
   void Rebuild(std::size_t capacity);
 
-  std::vector<CollectionEntry*> mOrder;
+  /// The entries in order, behind a gap that lets the list be emptied from its front at little cost.
+  std::vector<CollectionEntry*> mSlots;
+  std::size_t mGap = 0;
   std::vector<CollectionEntry*> mTable;  ///< open addressing, a power of two; empty while the collection is small
   std::size_t mKeyed = 0;
 };

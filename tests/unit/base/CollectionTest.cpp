@@ -130,6 +130,23 @@ TEST(Collection, AHundredThousandMembers_AreAddedFoundAndRemoved_InOrder) {
   EXPECT_TRUE(list.IsEmpty());
 }
 
+TEST(Collection, UsedAsAQueue_KeepsItsOrder) {
+  Collection<int> list;
+  int next = 0;
+  int expected = 0;
+  for (int round = 0; round < 5'000; ++round) {
+    for (int i = 0; i < 3; ++i, ++next) list.Add(next, "k" + std::to_string(next));
+    for (int i = 0; i < (round < 2'500 ? 2 : 4) && !list.IsEmpty(); ++i) {
+      ASSERT_EQ(list.Item(1), expected++);
+      list.Remove(1);
+    }
+  }
+  EXPECT_TRUE(list.IsEmpty());
+  EXPECT_EQ(expected, next);
+  list.Add(1, "k1");
+  EXPECT_EQ(list.Item("k1"), 1);
+}
+
 TEST(Collection, AnEmptyKey_IsNone_UnlessAskedFor) {
   Collection<std::string> list;
   list.Add("a");
