@@ -14,7 +14,8 @@ namespace quillbook {
 /// Ordered list of values, each with an optional key that is unique in the list, ignoring case.
 ///
 /// Positions count from 1. Finding by key or position, appending and removing at either end take constant time;
-/// inserting and removing elsewhere move the members on the shorter side. Enumeration is in list order; add and remove nothing meanwhile.
+/// inserting and removing elsewhere move the members on the shorter side. Enumeration is in list order; add and remove
+/// nothing meanwhile.
 template <class T>
 class Collection final : public Object {
   struct Entry : detail::CollectionEntry {

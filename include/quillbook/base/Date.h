@@ -8,7 +8,8 @@
 
 namespace quillbook {
 
-/// Days since 30 December 1899, local time; the fraction is the time of day. Zero is "not set".
+/// Days since 30 December 1899, local time; the fraction is the time of day, also of days before that. Zero is "not
+/// set". Reading rounds to the nearest second; counts outside the years 100 to 9999 read as the nearest moment inside.
 class Date {
  public:
   struct Parts {
@@ -32,10 +33,13 @@ class Date {
   /// for itself.
   [[nodiscard]] std::string Format(std::string_view picture) const;
   /// By a named format ("Short Date", "Long Date", "Medium Date", "General Date", "Short Time", "Medium Time",
-  /// "Long Time") in the system's locale, or else by a picture with the usual letters (d, dd, ddd, dddd, m, mm, mmm,
-  /// mmmm, yy, yyyy, h, hh, n, nn, s, ss, AM/PM, w, ww, q, y). Weeks begin on Sunday; week 1 holds 1 January.
+  /// "Long Time") in the system's locale, or else by a picture with the usual letters in any case: d, dd, ddd, dddd,
+  /// ddddd (short date), dddddd (long date), m, mm, mmm, mmmm, y, yy, yyyy, h, hh, n, nn, s, ss, w, ww, q, AM/PM, A/P,
+  /// AMPM; "m" right after hours means minutes; text in quotes or behind a backslash stands for itself. Weeks begin on
+  /// Sunday; week 1 holds 1 January.
   [[nodiscard]] std::string FormatForReader(std::string_view format) const;
-  /// Conversion to text and back in the system's locale. A whole day has no time, day zero no date.
+  /// Conversion to text and back in the locale that the environment names (LC_ALL, LC_TIME, LANG), to the second.
+  /// A whole day has no time, day zero no date. What another locale wrote gives none or another date.
   [[nodiscard]] std::string ToLocaleText() const;
   [[nodiscard]] static std::optional<Date> FromLocaleText(std::string_view text);
 
