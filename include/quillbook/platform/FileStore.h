@@ -23,6 +23,15 @@ class FileWriter {
   virtual void Close() = 0;
 };
 
+/// Holds a lock for as long as it lives.
+class FileLock {
+ public:
+  FileLock() = default;
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+  virtual ~FileLock() = default;
+};
+
 /// What is known of a path without opening it.
 struct FileStatus {
   bool exists = false;
@@ -72,6 +81,8 @@ class FileStore {
   virtual void RemoveFile(const std::string& path) = 0;
   /// Replaces what is at `to`, unless that is read-only. The copy is writable.
   virtual void CopyFile(const std::string& from, const std::string& to) = 0;
+  /// Waits until nobody else holds the lock that this file stands for, here or in another process. Creates the file.
+  [[nodiscard]] virtual std::unique_ptr<FileLock> WaitForLock(const std::string& path) = 0;
   /// True if another process holds a lock on the file or runs it.
   [[nodiscard]] virtual bool IsLocked(const std::string& path) const = 0;
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "quillbook/platform/Desktop.h"
 
@@ -9,6 +10,9 @@ namespace quillbook {
 
 class LinuxDesktop final : public Desktop {
  public:
+  /// `opener` is the program that opens files and URLs: a name to look for in `$PATH`, or a path.
+  explicit LinuxDesktop(std::string opener = "xdg-open") : mOpener(std::move(opener)) {}
+
   /// Documents come from the XDG user directories, else `~/Documents` if it is there, else the home folder.
   [[nodiscard]] std::string SpecialFolder(int Id) const override;
   [[nodiscard]] std::string UserName() const override;
@@ -18,6 +22,11 @@ class LinuxDesktop final : public Desktop {
 
   /// `$HOME`, or the home folder of the account.
   [[nodiscard]] static std::string HomeFolder();
+  /// `$XDG_CONFIG_HOME`, or `.config` in the home folder.
+  [[nodiscard]] static std::string ConfigurationFolder();
+
+ private:
+  std::string mOpener;
 };
 
 }  // namespace quillbook

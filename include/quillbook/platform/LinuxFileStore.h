@@ -18,6 +18,7 @@ class LinuxFileStore final : public FileStore {
   void RenameFile(const std::string& from, const std::string& to) override;
   void RemoveFile(const std::string& path) override;
   void CopyFile(const std::string& from, const std::string& to) override;
+  [[nodiscard]] std::unique_ptr<FileLock> WaitForLock(const std::string& path) override;
   [[nodiscard]] bool IsLocked(const std::string& path) const override;
 };
 

@@ -77,6 +77,8 @@ class FileSystemObject final : public Object {
   void SetUnicode(bool Unicode) noexcept { mUnicode = Unicode; }
   /// Writes the text and a line break (LF). Failure 52 if no file is open.
   void WriteLine(std::string_view Text);
+  /// Writes the text alone.
+  void WriteText(std::string_view Text);
   /// Appends a line, as `WriteLine`.
   void Write(std::string_view Text) { WriteLine(Text); }
   /// Finishes the open file; nothing if none is open.
@@ -99,7 +101,6 @@ class FileSystemObject final : public Object {
 
  private:
   [[nodiscard]] std::string ExistingFile() const;
-  void OpenForWriting(int Lock);
 
   std::string mFullName;
   Ref<FileSystemObject> mRelativeTo;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -51,6 +52,8 @@ class XMLDocument {
   /// The whole document, beginning with the XML declaration, without a line break at its end. Always well-formed
   /// UTF-8. The same document gives the same bytes.
   [[nodiscard]] std::string ToString() const;
+  /// The same text in parts, for a file: a large document then never stands in memory a second time.
+  void WriteTo(const std::function<void(std::string_view)>& Sink) const;
 
  private:
   Ref<detail::XMLTree> mTree;
