@@ -37,8 +37,7 @@ int AnswerOf(std::string_view answer, int Buttons) {
 }  // namespace
 
 ConsoleMessageBox::ConsoleMessageBox()
-    : ConsoleMessageBox(STDIN_FILENO, STDERR_FILENO,
-                        ::isatty(STDIN_FILENO) != 0 && ::isatty(STDERR_FILENO) != 0) {}
+    : ConsoleMessageBox(STDIN_FILENO, STDERR_FILENO, ::isatty(STDIN_FILENO) != 0 && ::isatty(STDERR_FILENO) != 0) {}
 
 int ConsoleMessageBox::Show(std::string_view Prompt, int Buttons, std::string_view Title) {
   bool checked = false;

@@ -11,7 +11,9 @@ void WriteAndClose(const std::unique_ptr<FileWriter>& writer, std::string_view b
 
 }  // namespace
 
-void FileStore::WriteFile(const std::string& path, std::string_view bytes) { WriteAndClose(CreateFile(path), bytes); }
+void FileStore::WriteFile(const std::string& path, std::string_view bytes) {
+  WriteAndClose(CreateFile(path), bytes);
+}
 
 void FileStore::ReplaceFileWith(const std::string& path, std::string_view bytes) {
   WriteAndClose(ReplaceFile(path, false), bytes);

@@ -66,8 +66,6 @@ Descriptor LockFile(const std::string& path) {
   return file;
 }
 
-bool ForbidsNewFiles(int error) { return error == EACCES || error == EPERM || error == EROFS; }
-
 struct CloseFolder {
   void operator()(DIR* folder) const { ::closedir(folder); }
 };
@@ -76,8 +74,8 @@ struct CloseFolder {
 std::unique_ptr<FileWriter> OpenReplacement(const std::string& target, const std::string& path, Descriptor lock,
                                             detail::Flush flush) {
   std::string temporary;
-  auto file = detail::OpenNewFile(detail::FolderOf(target), detail::TemporaryPrefix(target), ".tmp", newFileMode,
-                                  temporary);
+  auto file =
+      detail::OpenNewFile(detail::FolderOf(target), detail::TemporaryPrefix(target), ".tmp", newFileMode, temporary);
   if (file.IsOpen())
     return std::make_unique<detail::ReplacingWriter>(std::move(file), temporary, target, std::move(lock), flush);
   const int error = errno;

@@ -157,9 +157,11 @@ std::string Decode(std::string_view bytes) {
   return std::string(bytes.starts_with("\xEF\xBB\xBF") ? bytes.substr(3) : bytes);
 }
 
-bool IsContinued(std::string_view line) {
+/// Whether `next` goes on with the byte row of `line`. A row that was cut off must not take in what follows.
+bool IsContinued(std::string_view line, std::string_view next) {
   const auto value = SplitValue(line);
-  return value && StartsWithIgnoringCase(value->data, "hex") && value->data.ends_with('\\');
+  return value && StartsWithIgnoringCase(value->data, "hex") && value->data.ends_with('\\') &&
+         next.find_first_of("[\"@;") != 0;
 }
 
 }  // namespace
@@ -172,7 +174,7 @@ RegistryText::RegistryText(std::string_view bytes) {
   if (mLineEnd.size() == 2 && text.ends_with('\r')) text.pop_back();
   for (const auto raw : Split(text, '\n')) {
     const auto line = mLineEnd.size() == 2 && raw.ends_with('\r') ? raw.substr(0, raw.size() - 1) : raw;
-    if (!mLines.empty() && IsContinued(mLines.back()))
+    if (!mLines.empty() && IsContinued(mLines.back(), line))
       mLines.back().append(mLineEnd).append(line);
     else
       mLines.emplace_back(line);

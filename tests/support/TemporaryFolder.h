@@ -7,8 +7,11 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace quillbook::support {
 
@@ -25,13 +28,17 @@ class TemporaryFolder {
     std::filesystem::remove_all(mPath, ignored);
   }
 
+  /// Native path without "/" at its end.
+  [[nodiscard]] const std::string& Path() const noexcept { return mPath; }
+  /// Native path of something in the folder, as text.
+  [[nodiscard]] std::string operator/(std::string_view name) const { return mPath + "/" + std::string(name); }
   /// Native path of something in the folder.
   [[nodiscard]] std::filesystem::path Native(const std::string& name) const {
     return std::filesystem::path(mPath) / name;
   }
   /// The same in the form of stored paths.
-  [[nodiscard]] std::string Stored(const std::string& name) const {
-    auto path = Native(name).string();
+  [[nodiscard]] std::string Stored(std::string_view name = {}) const {
+    auto path = *this / name;
     std::replace(path.begin(), path.end(), '/', '\\');
     return path;
   }
@@ -45,6 +52,10 @@ class TemporaryFolder {
     return text.str();
   }
   [[nodiscard]] bool Has(const std::string& name) const { return std::filesystem::exists(Native(name)); }
+  /// Number of entries, hidden ones too.
+  [[nodiscard]] std::size_t Count() const {
+    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(mPath), {}));
+  }
 
  private:
   std::string mPath;

@@ -34,8 +34,7 @@ int AutoMessages::MsgBox(std::string_view Prompt, int Buttons, std::string_view 
                          std::string_view CheckBoxCaption) {
   if (const int answer = RememberedAnswer(MessageName); MessageBox::Offers(Buttons, answer)) return answer;
   bool checked = false;
-  const int answer =
-      Platform::Current().Messages().ShowWithCheckBox(Prompt, Buttons, Title, CheckBoxCaption, checked);
+  const int answer = Platform::Current().Messages().ShowWithCheckBox(Prompt, Buttons, Title, CheckBoxCaption, checked);
   if (checked) Remember(MessageName, answer);
   return answer;
 }

@@ -20,7 +20,9 @@ struct Place {
   std::string name;
 };
 
-bool Exists(const std::string& path) { return Platform::Current().Files().GetStatus(path).exists; }
+bool Exists(const std::string& path) {
+  return Platform::Current().Files().GetStatus(path).exists;
+}
 
 }  // namespace
 
@@ -74,6 +76,8 @@ void DiskNames::NoteCreated(const std::string& path) {
   if (known != mFolders.end()) known->second.try_emplace(FoldCase(place.name), place.name);
 }
 
-void DiskNames::NoteRemoved(const std::string& path) { mFolders.erase(Place(path).folder); }
+void DiskNames::NoteRemoved(const std::string& path) {
+  mFolders.erase(Place(path).folder);
+}
 
 }  // namespace quillbook::detail

@@ -17,7 +17,9 @@ namespace {
 
 using detail::DiskNames;
 
-FileStore& Files() { return Platform::Current().Files(); }
+FileStore& Files() {
+  return Platform::Current().Files();
+}
 
 struct NameParts {
   std::string_view path;
@@ -85,7 +87,9 @@ std::string OneByteEach(std::string_view text) {
 
 FileSystemObject::FileSystemObject() = default;
 
-FileSystemObject::FileSystemObject(std::string_view FullName) { SetFullName(FullName); }
+FileSystemObject::FileSystemObject(std::string_view FullName) {
+  SetFullName(FullName);
+}
 
 FileSystemObject::~FileSystemObject() = default;
 
@@ -96,23 +100,31 @@ std::string FileSystemObject::FullName() const {
   return PathHelper::AbsolutePath(base, New<FileSystemObject>(mFullName));
 }
 
-void FileSystemObject::SetFullName(std::string_view FullName) { mFullName = detail::WithBackslashes(FullName); }
+void FileSystemObject::SetFullName(std::string_view FullName) {
+  mFullName = detail::WithBackslashes(FullName);
+}
 
-std::string FileSystemObject::Path() const { return std::string(PartsOf(FullName()).path); }
+std::string FileSystemObject::Path() const {
+  return std::string(PartsOf(FullName()).path);
+}
 
 void FileSystemObject::SetPath(std::string_view Path) {
   SetFullName(Path);
   if (!mFullName.empty() && !mFullName.ends_with('\\')) mFullName += '\\';
 }
 
-std::string FileSystemObject::BaseName() const { return std::string(PartsOf(mFullName).baseName); }
+std::string FileSystemObject::BaseName() const {
+  return std::string(PartsOf(mFullName).baseName);
+}
 
 void FileSystemObject::SetBaseName(std::string_view BaseName) {
   const auto parts = PartsOf(mFullName);
   mFullName = Compose(parts.path, BaseName, parts.extension);
 }
 
-std::string FileSystemObject::Extension() const { return std::string(PartsOf(mFullName).extension); }
+std::string FileSystemObject::Extension() const {
+  return std::string(PartsOf(mFullName).extension);
+}
 
 void FileSystemObject::SetExtension(std::string_view Extension) {
   const auto parts = PartsOf(mFullName);
@@ -170,7 +182,9 @@ std::string FileSystemObject::ExistingFile() const {
   return std::move(*path);
 }
 
-std::string FileSystemObject::ReadAll() const { return detail::DecodeText(Files().ReadFile(ExistingFile())); }
+std::string FileSystemObject::ReadAll() const {
+  return detail::DecodeText(Files().ReadFile(ExistingFile()));
+}
 
 void FileSystemObject::Open(int Mode, int Access, int Lock, int) {
   if (mWriter) RaiseFor(FailureNumber::FileAlreadyOpen, NativePath());
@@ -258,8 +272,12 @@ const TypeInfo& FileSystemObject::StaticType() {
   return type;
 }
 
-DirectoryCacheScope::DirectoryCacheScope() { DiskNames::Current().BeginCaching(); }
+DirectoryCacheScope::DirectoryCacheScope() {
+  DiskNames::Current().BeginCaching();
+}
 
-DirectoryCacheScope::~DirectoryCacheScope() { DiskNames::Current().EndCaching(); }
+DirectoryCacheScope::~DirectoryCacheScope() {
+  DiskNames::Current().EndCaching();
+}
 
 }  // namespace quillbook

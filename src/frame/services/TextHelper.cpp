@@ -28,6 +28,8 @@ std::string TextHelper::SpecialFolder(int Id) {
   return detail::WithBackslashes(Platform::Current().Session().SpecialFolder(Id));
 }
 
-std::string TextHelper::UserName() { return Platform::Current().Session().UserName(); }
+std::string TextHelper::UserName() {
+  return Platform::Current().Session().UserName();
+}
 
 }  // namespace quillbook

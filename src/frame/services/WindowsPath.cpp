@@ -9,7 +9,9 @@ namespace quillbook::detail {
 
 namespace {
 
-bool IsDriveLetter(char c) noexcept { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+bool IsDriveLetter(char c) noexcept {
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
 
 /// Cuts the root off the front of `text`, which has "\" only.
 std::string TakeRoot(std::string_view& text) {

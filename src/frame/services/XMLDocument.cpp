@@ -94,8 +94,9 @@ XMLLoadResult CheckTopLevel(const XMLTree& tree) {
 XMLLoadResult Parse(XMLTree& tree) {
   const auto nul = FindNul(tree.source);
   if (nul != std::string_view::npos) return Fault("The text holds the character NUL", nul);
-  const auto parsed = tree.document.load_buffer_inplace(tree.source.data(), tree.source.size(), parseOptions,
-                                                        pugi::encoding_utf8);
+  // The NUL behind the text goes with it: the parser puts one in place of the last byte that it is given.
+  const auto parsed =
+      tree.document.load_buffer_inplace(tree.source.data(), tree.source.size() + 1, parseOptions, pugi::encoding_utf8);
   if (parsed) return CheckTopLevel(tree);
   const auto offset = std::clamp<std::ptrdiff_t>(parsed.offset, 0, static_cast<std::ptrdiff_t>(tree.source.size()));
   return Fault(MessageOf(parsed.status), static_cast<std::size_t>(offset));

@@ -16,14 +16,18 @@ pugi::xml_attribute AttributeOf(void* attribute) {
   return pugi::xml_attribute(static_cast<pugi::xml_attribute_struct*>(attribute));
 }
 
-constexpr char LowerAscii(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+constexpr char LowerAscii(char c) noexcept {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
 
 bool IsNameStart(char c) noexcept {
   const char lower = LowerAscii(c);
   return (lower >= 'a' && lower <= 'z') || c == '_' || c == ':' || static_cast<unsigned char>(c) >= 0x80;
 }
 
-bool IsNameCharacter(char c) noexcept { return IsNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; }
+bool IsNameCharacter(char c) noexcept {
+  return IsNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
+}
 
 void RequireName(std::string_view name, std::source_location where) {
   const bool good = !name.empty() && IsNameStart(name.front()) &&
@@ -45,9 +49,13 @@ std::string JoinPieces(const pugi::xml_node& element) {
 
 }  // namespace
 
-std::string_view XMLAttribute::Name() const { return AttributeOf(mAttribute).name(); }
+std::string_view XMLAttribute::Name() const {
+  return AttributeOf(mAttribute).name();
+}
 
-std::string_view XMLAttribute::Value() const { return AttributeOf(mAttribute).value(); }
+std::string_view XMLAttribute::Value() const {
+  return AttributeOf(mAttribute).value();
+}
 
 XMLAttribute XMLAttributes::Item(std::string_view Name, std::source_location where) const {
   const auto attribute = mTree->attributes.Find(NodeOf(mNode), Name);
@@ -70,14 +78,18 @@ std::size_t XMLAttributes::Count() const {
   return count;
 }
 
-XMLElement XMLChildElements::Iterator::operator*() const { return {mList->mTree, mNode}; }
+XMLElement XMLChildElements::Iterator::operator*() const {
+  return {mList->mTree, mNode};
+}
 
 XMLChildElements::Iterator& XMLChildElements::Iterator::operator++() {
   mNode = NextElement(NodeOf(mNode).next_sibling());
   return *this;
 }
 
-XMLChildElements::Iterator XMLChildElements::begin() const { return {this, NextElement(NodeOf(mNode).first_child())}; }
+XMLChildElements::Iterator XMLChildElements::begin() const {
+  return {this, NextElement(NodeOf(mNode).first_child())};
+}
 
 std::size_t XMLChildElements::Count() const {
   std::size_t count = 0;
@@ -90,7 +102,9 @@ void* XMLElement::Node() const {
   return mNode;
 }
 
-std::string_view XMLElement::Name() const { return NodeOf(Node()).name(); }
+std::string_view XMLElement::Name() const {
+  return NodeOf(Node()).name();
+}
 
 void XMLElement::SetName(std::string_view Name, std::source_location where) {
   auto node = NodeOf(Node());
@@ -121,9 +135,13 @@ void XMLElement::SetText(std::string_view Text) {
   if (!kept.empty()) node.prepend_child(pugi::node_pcdata).set_value(mTree->Terminated(kept));
 }
 
-XMLAttributes XMLElement::Attributes() const { return {mTree, Node()}; }
+XMLAttributes XMLElement::Attributes() const {
+  return {mTree, Node()};
+}
 
-XMLChildElements XMLElement::ChildElements() const { return {mTree, Node()}; }
+XMLChildElements XMLElement::ChildElements() const {
+  return {mTree, Node()};
+}
 
 XMLAttribute XMLElement::AddAttribute(std::string_view Name, std::string_view Value, std::source_location where) {
   auto node = NodeOf(Node());

@@ -6,7 +6,9 @@ namespace quillbook::detail {
 
 namespace {
 
-constexpr char LowerAscii(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+constexpr char LowerAscii(char c) noexcept {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
 
 /// As `EqualsIgnoringCase`, quick to see that two ASCII names differ.
 bool NamesMatch(std::string_view left, std::string_view right) noexcept {

@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 
+#include "quillbook/base/Text.h"
+
 #if defined(__SSE2__)
 #include <emmintrin.h>
 
@@ -88,7 +90,8 @@ std::size_t SequenceLength(const char* at, const char* end) noexcept {
 /// Passes over sequences of three bytes that can't be wrong, which is most of what isn't Latin.
 const char* SkipCommonTriples(const char* at, const char* end) noexcept {
   const auto byte = [&](int i) { return static_cast<unsigned char>(at[i]); };
-  while (end - at >= 3 && byte(0) > 0xE0 && byte(0) < 0xED && ((byte(1) & 0xC0) | (byte(2) & 0xC0)) == 0x80) at += 3;
+  while (end - at >= 3 && byte(0) > 0xE0 && byte(0) < 0xED && (((byte(1) ^ 0x80) | (byte(2) ^ 0x80)) & 0xC0) == 0)
+    at += 3;
   return at;
 }
 
@@ -138,10 +141,28 @@ void AppendEscaped(std::string& out, std::string_view text) {
   }
 }
 
+/// Appends a name that the parser has let through: only its bytes can be wrong.
+void AppendName(std::string& out, std::string_view name) {
+  if (IsValidUtf8(name)) {
+    out += name;
+    return;
+  }
+  for (std::size_t i = 0; i < name.size();) AppendCodePoint(out, NextCodePoint(name, i));
+}
+
+void AppendEndTag(std::string& out, const pugi::xml_node& element) {
+  out += "</";
+  AppendName(out, element.name());
+  out += '>';
+}
+
 void AppendStartTag(std::string& out, const pugi::xml_node& element) {
-  (out += '<') += element.name();
+  out += '<';
+  AppendName(out, element.name());
   for (auto attribute = element.first_attribute(); attribute; attribute = attribute.next_attribute()) {
-    ((out += ' ') += attribute.name()) += "=\"";
+    out += ' ';
+    AppendName(out, attribute.name());
+    out += "=\"";
     AppendXMLAttribute(out, attribute.value());
     out += '"';
   }
@@ -149,9 +170,13 @@ void AppendStartTag(std::string& out, const pugi::xml_node& element) {
 
 }  // namespace
 
-void AppendXMLText(std::string& out, std::string_view text) { AppendEscaped<Place::Text>(out, text); }
+void AppendXMLText(std::string& out, std::string_view text) {
+  AppendEscaped<Place::Text>(out, text);
+}
 
-void AppendXMLAttribute(std::string& out, std::string_view text) { AppendEscaped<Place::Attribute>(out, text); }
+void AppendXMLAttribute(std::string& out, std::string_view text) {
+  AppendEscaped<Place::Attribute>(out, text);
+}
 
 void XMLWriter::Write(const pugi::xml_node& root) {
   mOut += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
@@ -193,7 +218,7 @@ bool XMLWriter::Enter(const pugi::xml_node& node) {
   mOut += '>';
   if (content == XMLContent::Text) {
     for (auto child = node.first_child(); child; child = child.next_sibling()) AppendXMLText(mOut, child.value());
-    ((mOut += "</") += node.name()) += '>';
+    AppendEndTag(mOut, node);
     return false;
   }
   if (content == XMLContent::Mixed && mInlineFrom == 0) mInlineFrom = mDepth + 1;
@@ -205,7 +230,7 @@ void XMLWriter::Leave(const pugi::xml_node& element) {
     mInlineFrom = 0;  // this element's own content was the first to stand in one line
   else
     StartLine();
-  ((mOut += "</") += element.name()) += '>';
+  AppendEndTag(mOut, element);
 }
 
 void XMLWriter::HandOver() {

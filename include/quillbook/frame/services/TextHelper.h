@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "quillbook/base/Collection.h"
 #include "quillbook/base/KeyOrPosition.h"
@@ -12,11 +13,13 @@ namespace quillbook {
 
 class TextHelper {
  public:
-  /// True if the key exists in a `Collection`, or in a class whose `Item` gives nothing for an unknown key. Never
-  /// fails.
+  /// True if the key exists in a `Collection`, or in a class whose `Item` gives nothing for an unknown key; either may
+  /// come by reference. Never fails.
   template <class List>
-  [[nodiscard]] static bool InCollection(KeyOrPosition Key, List& list) {
-    if constexpr (requires { list.Contains(Key); }) {
+  [[nodiscard]] static bool InCollection(KeyOrPosition Key, List&& list) {
+    if constexpr (detail::IsRef<std::remove_cvref_t<List>>::value) {
+      return list && InCollection(Key, *list);
+    } else if constexpr (requires { list.Contains(Key); }) {
       return list.Contains(Key);
     } else {
       try {
@@ -25,10 +28,6 @@ class TextHelper {
         return false;
       }
     }
-  }
-  template <class List>
-  [[nodiscard]] static bool InCollection(KeyOrPosition Key, const Ref<List>& list) {
-    return list && InCollection(Key, *list);
   }
 
   /// The items with the delimiter between them; an empty list gives an empty text.

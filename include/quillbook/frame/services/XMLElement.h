@@ -102,9 +102,7 @@ class XMLElement {
 
   /// False for the empty handle.
   explicit operator bool() const noexcept { return mNode != nullptr; }
-  friend bool operator==(const XMLElement& left, const XMLElement& right) noexcept {
-    return left.mNode == right.mNode;
-  }
+  friend bool operator==(const XMLElement& left, const XMLElement& right) noexcept { return left.mNode == right.mNode; }
 
   /// With the case that the file has. Empty for the root of a new document.
   [[nodiscard]] std::string_view Name() const;
