@@ -35,6 +35,7 @@ class ErrorObject {
 
 /// Plugs an error object into the calling thread and gives the one that was there; nothing takes it out again.
 std::shared_ptr<ErrorObject> SetErrorObject(std::shared_ptr<ErrorObject> object);
+[[nodiscard]] bool HasErrorObject() noexcept;
 
 /// What is known of the failure captured last, and the identity of this library; one set per thread. A captured
 /// failure stays until the next one.

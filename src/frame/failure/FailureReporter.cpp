@@ -5,7 +5,7 @@
 
 #include <utility>
 
-#include "frame/failure/StateDump.h"
+#include "quillbook/frame/Procedure.h"
 #include "quillbook/platform/Platform.h"
 
 namespace quillbook {
@@ -66,6 +66,10 @@ std::shared_ptr<ErrorObject> SetErrorObject(std::shared_ptr<ErrorObject> object)
   return std::exchange(CurrentErrorObject(), std::move(object));
 }
 
+bool HasErrorObject() noexcept {
+  return CurrentErrorObject() != nullptr;
+}
+
 FailureVariables& fltnVariables() {
   thread_local FailureVariables variables = InitialVariables();
   return variables;
@@ -96,25 +100,5 @@ std::string fltnReportError(std::int32_t ErrorNumber, std::string_view Module, s
   });
   return {};
 }
-
-namespace detail {
-
-void ReportCurrent(const Object* self, const Module* module, std::string_view procedure, ParameterWriter parameters,
-                   std::source_location where) {
-  const auto failure = CurrentFailure(where);
-  fltnCaptureError(failure, static_cast<std::int32_t>(where.line()));
-  const auto line = fltnVariables().fltnErrorLine;
-  std::string fields;
-  std::string arguments;
-  // Only the error object reads the dump, and the fields of a large object are many.
-  if (const DumpScope scope; CurrentErrorObject() && scope.IsOutermost()) {
-    fields = self ? DumpModuleVariables(*self) : DumpModuleVariables(*module);
-    arguments = DumpParameters(parameters);
-  }
-  fltnReportError(static_cast<std::int32_t>(failure.Number()), self ? self->TypeName() : module->name, procedure,
-                  failure.Description(), line, fltnVariables().fltnVariableDump, fields, arguments);
-}
-
-}  // namespace detail
 
 }  // namespace quillbook

@@ -8,8 +8,9 @@ namespace quillbook {
 
 namespace {
 
+using detail::AllDepths;
+
 constexpr std::string_view LineBreak = "\r\n";
-constexpr int AllDepths = 99;
 constexpr int ItemDepth = 3;
 
 std::atomic<GlobalsWriter> globalsWriter{nullptr};
@@ -168,33 +169,11 @@ std::string DumpModuleVariables(const Object& object) {
   return DumpOf([&](const Object::FieldVisitor& visit) { object.Fields(visit); });
 }
 
-void ParameterDump::operator()(std::string_view name, const Variant& value) {
-  const bool ofTheLibrary =
-      value.GetKind() == Variant::Kind::Object && dynamic_cast<const LibraryObject*>(value.ToObject().get()) != nullptr;
-  mText +=
-      fltnDumpVariable(name, ofTheLibrary ? Variant(Variant::Opaque{"{Cannot dump external UDTs}"}) : value, AllDepths);
-}
-
-namespace detail {
-
-std::string DumpModuleVariables(const Module& module) {
+std::string detail::DumpModuleVariables(const Module& module) {
   return DumpOf([&](const Object::FieldVisitor& visit) {
     if (module.fields) module.fields(visit);
   });
 }
-
-std::string DumpParameters(const ParameterWriter& parameters) {
-  ParameterDump dump;
-  std::string trouble;
-  try {
-    parameters.write(parameters.context, dump);
-  } catch (...) {
-    trouble = UnreadableText(CurrentFailure().Number());
-  }
-  return std::move(dump).Text() + trouble;
-}
-
-}  // namespace detail
 
 void SetGlobalsWriter(GlobalsWriter writer) noexcept {
   globalsWriter.store(writer, std::memory_order_release);

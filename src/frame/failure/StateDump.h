@@ -22,8 +22,10 @@ class DumpScope {
   static inline thread_local int mCount = 0;
 };
 
+/// What the dump hands down as depth at its start.
+inline constexpr int AllDepths = 99;
+
 /// All variables of a module as text.
 [[nodiscard]] std::string DumpModuleVariables(const Module& module);
-[[nodiscard]] std::string DumpParameters(const ParameterWriter& parameters);
 
 }  // namespace quillbook::detail
