@@ -79,7 +79,7 @@ std::size_t XMLAttributes::Count() const {
 }
 
 XMLElement XMLChildElements::Iterator::operator*() const {
-  return {mList->mTree, mNode};
+  return {mTree, mNode};
 }
 
 XMLChildElements::Iterator& XMLChildElements::Iterator::operator++() {
@@ -88,7 +88,7 @@ XMLChildElements::Iterator& XMLChildElements::Iterator::operator++() {
 }
 
 XMLChildElements::Iterator XMLChildElements::begin() const {
-  return {this, NextElement(NodeOf(mNode).first_child())};
+  return {mTree, NextElement(NodeOf(mNode).first_child())};
 }
 
 std::size_t XMLChildElements::Count() const {

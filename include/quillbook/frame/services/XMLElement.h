@@ -73,13 +73,13 @@ class XMLChildElements {
 
    private:
     friend class XMLChildElements;
-    Iterator(const XMLChildElements* list, void* node) : mList(list), mNode(node) {}
-    const XMLChildElements* mList = nullptr;
+    Iterator(Ref<detail::XMLTree> tree, void* node) : mTree(std::move(tree)), mNode(node) {}
+    Ref<detail::XMLTree> mTree;
     void* mNode = nullptr;
   };
 
   [[nodiscard]] Iterator begin() const;
-  [[nodiscard]] Iterator end() const { return {this, nullptr}; }
+  [[nodiscard]] Iterator end() const { return {}; }
   [[nodiscard]] std::size_t Count() const;
 
  private:
