@@ -1,0 +1,112 @@
+#include "host/compile/Sitemap.h"
+
+#include "host/compile/TagScanner.h"
+#include "quillbook/base/Text.h"
+#include "quillbook/base/Variant.h"
+
+namespace quillbook::compile {
+
+namespace {
+
+/// Builds the list of entries from the tags of the file.
+class SitemapBuilder {
+ public:
+  explicit SitemapBuilder(std::string_view text) : mText(text) {}
+
+  Sitemap Build() {
+    TagScanner scanner(mText);
+    HtmlToken token;
+    while (scanner.Next(token))
+      if (token.isTag) Take(token);
+    return std::move(mSitemap);
+  }
+
+ private:
+  enum class Inside { Nothing, Properties, Entry };
+
+  void Take(const HtmlToken& token) {
+    if (EqualsIgnoringCase(token.name, "ul")) {
+      mDepth += token.isEnd ? (mDepth > 0 ? -1 : 0) : 1;
+    } else if (EqualsIgnoringCase(token.name, "object")) {
+      token.isEnd ? EndObject() : BeginObject(token);
+    } else if (EqualsIgnoringCase(token.name, "param") && mInside != Inside::Nothing) {
+      TakeParameter(ResolveReferences(AttributeValue(token.attributes, "name")),
+                    ResolveReferences(AttributeValue(token.attributes, "value")));
+    }
+  }
+
+  void BeginObject(const HtmlToken& token) {
+    const auto type = AttributeValue(token.attributes, "type");
+    mInside = EqualsIgnoringCase(type, "text/site properties") ? Inside::Properties
+              : EqualsIgnoringCase(type, "text/sitemap")       ? Inside::Entry
+                                                               : Inside::Nothing;
+    if (mInside != Inside::Entry) return;
+    mNamed = false;
+    mTitle.clear();
+    auto& entry = mSitemap.entries.emplace_back();
+    entry.level = mDepth > 0 ? mDepth - 1 : 0;
+    entry.line = LineOf(token.offset);
+  }
+
+  void EndObject() {
+    // Without a name of its own an entry is called after its first target.
+    if (mInside == Inside::Entry && mSitemap.entries.back().name.empty() && !mSitemap.entries.back().targets.empty())
+      mSitemap.entries.back().name = mSitemap.entries.back().targets.front().title;
+    mInside = Inside::Nothing;
+  }
+
+  void TakeParameter(std::string name, std::string value) {
+    if (mInside == Inside::Properties) {
+      mSitemap.properties.emplace_back(std::move(name), std::move(value));
+      return;
+    }
+    auto& entry = mSitemap.entries.back();
+    if (EqualsIgnoringCase(name, "Name") || EqualsIgnoringCase(name, "Keyword")) {
+      TakeName(entry, std::move(value));
+    } else if (EqualsIgnoringCase(name, "Local")) {
+      entry.targets.push_back({mTitle.empty() ? entry.name : mTitle, std::move(value)});
+      mTitle.clear();
+    } else if (EqualsIgnoringCase(name, "URL")) {
+      entry.url = std::move(value);
+    } else if (EqualsIgnoringCase(name, "See Also")) {
+      entry.seeAlso = std::move(value);
+    } else if (EqualsIgnoringCase(name, "Merge")) {
+      entry.merge = std::move(value);
+    } else if (EqualsIgnoringCase(name, "ImageNumber")) {
+      entry.imageNumber = static_cast<int>(LeadingNumber(value));
+    } else if (EqualsIgnoringCase(name, "New")) {
+      entry.isNew = value == "1";
+    }
+  }
+
+  /// The first name is the entry's own; a later one is the title of the target that follows.
+  void TakeName(SitemapEntry& entry, std::string value) {
+    if (mNamed)
+      mTitle = std::move(value);
+    else
+      entry.name = std::move(value);
+    mNamed = true;
+  }
+
+  int LineOf(std::size_t offset) {
+    for (; mCounted < offset; ++mCounted) mLine += mText[mCounted] == '\n';
+    return mLine;
+  }
+
+  std::string_view mText;
+  Sitemap mSitemap;
+  Inside mInside = Inside::Nothing;
+  int mDepth = 0;
+  bool mNamed = false;
+  std::string mTitle;
+  std::size_t mCounted = 0;
+  int mLine = 1;
+};
+
+}  // namespace
+
+Sitemap ParseSitemap(std::string_view text) {
+  return SitemapBuilder(text).Build();
+}
+
+}  // namespace quillbook::compile
