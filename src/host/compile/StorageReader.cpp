@@ -5,6 +5,7 @@
 
 #include "host/compile/Bytes.h"
 #include "host/compile/LzxDecoder.h"
+#include "host/compile/Names.h"
 #include "quillbook/base/Failure.h"
 #include "quillbook/base/Text.h"
 
@@ -20,13 +21,6 @@ constexpr std::string_view Stream = "::DataSpace/Storage/MSCompressed/";
 
 [[noreturn]] void Damaged(const std::string& what) {
   throw Failure(FailureNumber::InvalidCall, "The compiled help file is damaged: " + what);
-}
-
-std::string FoldAscii(std::string_view name) {
-  std::string folded(name);
-  for (auto& c : folded)
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c | 0x20);
-  return folded;
 }
 
 /// Where the parts of a container lie in its file.
@@ -163,7 +157,7 @@ void StorageReader::State::ReadDirectory() {
   }
   if (!sawListing) Damaged("its directory lists nothing");
   for (std::size_t i = 0; i < entries.size(); ++i)
-    if (!byName.emplace(FoldAscii(entries[i].name), i).second)
+    if (!byName.emplace(FoldName(entries[i].name), i).second)
       problems.push_back("the name '" + entries[i].name + "' occurs more than once");
 }
 
@@ -264,7 +258,7 @@ const std::vector<std::string>& StorageReader::Problems() const noexcept {
 }
 
 const StorageEntry* StorageReader::Find(std::string_view name) const {
-  const auto found = mState->byName.find(FoldAscii(name));
+  const auto found = mState->byName.find(FoldName(name));
   return found == mState->byName.end() ? nullptr : &mState->entries[found->second];
 }
 

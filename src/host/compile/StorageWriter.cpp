@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/compile/Bytes.h"
+#include "host/compile/Names.h"
 #include "quillbook/base/Text.h"
 
 namespace quillbook::compile {
@@ -10,18 +11,6 @@ namespace quillbook::compile {
 namespace {
 
 constexpr std::string_view Stream = "::DataSpace/Storage/MSCompressed/";
-
-char FoldAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
-}
-
-/// The order in which readers search: bytes, with ASCII letters in lower case.
-bool NameLess(std::string_view left, std::string_view right) {
-  const auto less = [](char a, char b) {
-    return static_cast<unsigned char>(FoldAscii(a)) < static_cast<unsigned char>(FoldAscii(b));
-  };
-  return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(), less);
-}
 
 /// "Uncompressed" and "MSCompressed", counted and ended as the format has it.
 std::string NameList() {

@@ -1,0 +1,59 @@
+// The tables of pages in compiled HTML Help: #STRINGS, #TOPICS, #URLTBL and #URLSTR.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace quillbook::compile {
+
+/// The strings that other tables refer to by offset. Equal strings are kept once.
+class ChmStrings {
+ public:
+  /// Offset of a string of bytes in the code page of the help file. The empty string has offset 0.
+  std::uint32_t Add(std::string_view text);
+  [[nodiscard]] const std::string& Bytes() const noexcept { return mBytes; }
+
+ private:
+  static constexpr std::size_t BlockSize = 4096;  ///< no string crosses the border of a block
+
+  std::string mBytes = std::string(1, '\0');
+  std::unordered_map<std::string, std::uint32_t> mKnown;
+};
+
+/// Every page that contents, index, search or context help lead to, by number.
+class ChmTopics {
+ public:
+  static constexpr std::uint32_t NoTitle = 0xFFFFFFFF;
+
+  /// Number of the page or place (`page.htm` or `page.htm#anchor`), which is entered if it is new. A title given
+  /// later wins only over none. `local` and `title` are bytes as they will be stored.
+  std::uint32_t Add(std::string_view local, std::uint32_t title = NoTitle);
+  void SetInContents(std::uint32_t topic, std::uint32_t contentsOffset);
+
+  [[nodiscard]] std::size_t Count() const noexcept { return mTopics.size(); }
+  /// Number of a page that has been entered, else `Count()`.
+  [[nodiscard]] std::size_t Find(std::string_view local) const;
+  [[nodiscard]] std::uint32_t TitleOf(std::uint32_t topic) const { return mTopics[topic].title; }
+
+  [[nodiscard]] std::string TopicsBytes() const;
+  [[nodiscard]] std::string UrlTableBytes() const;
+  [[nodiscard]] std::string UrlStringsBytes() const;
+
+ private:
+  struct Topic {
+    std::string local;
+    std::uint32_t title = NoTitle;
+    std::uint32_t contentsOffset = 0;
+    bool inContents = false;
+  };
+  [[nodiscard]] static std::uint32_t UrlTableOffset(std::size_t topic);
+  [[nodiscard]] std::vector<std::uint32_t> UrlStringOffsets(std::string* bytes) const;
+
+  std::vector<Topic> mTopics;
+  std::unordered_map<std::string, std::uint32_t> mByLocal;  ///< ASCII letters in lower case
+};
+
+}  // namespace quillbook::compile
