@@ -25,7 +25,7 @@ class IndexReader {
     std::string word;
     for (auto leaf = FindLeaf(""); leaf != 0;) {
       const auto node = Node(leaf);
-      const auto used = 4096 - GetWord(node, 6);
+      const std::size_t used = 4096U - GetWord(node, 6);
       for (std::size_t at = 8; at < used;) {
         ReadWord(node, at, word);
         const bool inTitle = node[at++] != 0;
@@ -45,7 +45,7 @@ class IndexReader {
     auto offset = GetDword(mBytes, 0x14);
     for (int depth = GetWord(mBytes, 0x18); depth > 1; --depth) {
       const auto node = Node(offset);
-      const auto used = 4096 - GetWord(node, 0);
+      const std::size_t used = 4096U - GetWord(node, 0);
       std::string word;
       offset = 0;
       for (std::size_t at = 2; at < used && offset == 0; at += 6) {
