@@ -1,0 +1,36 @@
+// The binary keyword index of compiled HTML Help: $WWKeywordLinks and $WWAssociativeLinks.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace quillbook::compile {
+
+/// One line of the index: a keyword, or a sub-keyword with the keywords above it.
+struct KeywordEntry {
+  std::vector<std::string> path;      ///< from the outermost keyword, UTF-8
+  std::vector<std::uint32_t> topics;  ///< numbers in the table of topics
+  std::string seeAlso;                ///< another keyword, then there are no topics
+};
+
+/// The four streams of an index, to be stored under one folder.
+struct KeywordStreams {
+  std::string tree;        ///< "BTree"
+  std::string data;        ///< "Data"
+  std::string map;         ///< "Map"
+  std::string properties;  ///< "Property"
+};
+
+/// Puts entries in the order of the locale, sub-keywords below their keyword, ignoring case; entries of one path
+/// become one with the targets of both. Keywords that have only sub-keywords are added where they are missing.
+[[nodiscard]] std::vector<KeywordEntry> SortKeywords(std::vector<KeywordEntry> entries, std::uint32_t localeId);
+
+/// Lays out sorted entries. A keyword with more targets than a block of the tree holds keeps the first ones;
+/// `truncated` counts such keywords.
+///
+/// Source of the format: the public description of the files inside compiled help.
+[[nodiscard]] KeywordStreams BuildKeywordIndex(const std::vector<KeywordEntry>& entries, std::uint32_t codePage,
+                                               std::uint32_t localeId, std::size_t& truncated);
+
+}  // namespace quillbook::compile
