@@ -1,5 +1,6 @@
 #include "cli/Journal.h"
 
+#include <fmt/format.h>
 #include <unistd.h>
 
 #include <utility>
@@ -42,6 +43,14 @@ std::string_view RemedyFor(FailureNumber number) {
   }
 }
 
+/// What stands behind a label of a failure report.
+std::string_view LineOf(std::string_view report, std::string_view label) {
+  const auto at = report.find(label);
+  if (at == std::string_view::npos) return {};
+  report.remove_prefix(at + label.size());
+  return report.substr(0, report.find_first_of("\r\n"));
+}
+
 }  // namespace
 
 void Journal::Error(std::string_view code, std::string_view what, std::string_view remedy) {
@@ -60,19 +69,21 @@ Answers::Answers(Journal& journal, std::string subject, bool yes)
 
 int Answers::Show(std::string_view Prompt, int Buttons, std::string_view Title) {
   if (Title == "Application Error") {
-    ReportFailure();
+    ReportFailure(Prompt);
     return Ok;
   }
   if ((Buttons & kButtonsMask) != OkOnly) return AnswerQuestion(Prompt, Buttons, Title);
   // A question that was answered by no has been told already; what follows from it is no news.
-  if (!mRefused) mJournal.Error("build.notice", mSubject + ": " + std::string(Prompt));
+  if (!mRefused) mJournal.Error("build.notice", fmt::format("{}: {}", mSubject, Prompt));
   return Ok;
 }
 
-void Answers::ReportFailure() {
+void Answers::ReportFailure(std::string_view report) {
   const auto& failure = fltnVariables();
   const auto number = static_cast<FailureNumber>(failure.fltnErrorNumber);
-  mJournal.Error("failure." + std::to_string(failure.fltnErrorNumber), mSubject + ": " + failure.fltnErrorDescription,
+  mJournal.Error("failure." + std::to_string(failure.fltnErrorNumber),
+                 fmt::format("{}: {} ({}.{})", mSubject, failure.fltnErrorDescription, LineOf(report, "Module: "),
+                             LineOf(report, "Procedure: ")),
                  RemedyFor(number));
 }
 
@@ -83,7 +94,7 @@ int Answers::AnswerQuestion(std::string_view Prompt, int Buttons, std::string_vi
     return ConsoleMessageBox().Show(OneLine(Prompt), Buttons, Title);
   }
   mRefused = true;
-  mJournal.Error("build.question", mSubject + ": there is nobody to answer: " + std::string(Prompt),
+  mJournal.Error("build.question", fmt::format("{}: there is nobody to answer: {}", mSubject, Prompt),
                  "run it in a terminal, or with --yes");
   return SafeAnswer(Buttons);
 }

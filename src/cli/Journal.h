@@ -50,7 +50,7 @@ class Answers final : public MessageBox {
   int Show(std::string_view Prompt, int Buttons, std::string_view Title) override;
 
  private:
-  void ReportFailure();
+  void ReportFailure(std::string_view report);
   int AnswerQuestion(std::string_view Prompt, int Buttons, std::string_view Title);
 
   Journal& mJournal;
