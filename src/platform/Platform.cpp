@@ -2,6 +2,7 @@
 
 #include "quillbook/platform/ConsoleMessageBox.h"
 #include "quillbook/platform/FileRegistryStore.h"
+#include "quillbook/platform/InstalledRegistryStore.h"
 #include "quillbook/platform/LinuxDesktop.h"
 #include "quillbook/platform/LinuxFileStore.h"
 
@@ -24,8 +25,10 @@ FileStore& Platform::Files() {
 
 RegistryStore& Platform::Registry() {
   if (!mRegistry)
-    mRegistry = std::make_shared<FileRegistryStore>(FileRegistryStore::DefaultUserFile(),
-                                                    FileRegistryStore::DefaultMachineFile());
+    mRegistry = std::make_shared<InstalledRegistryStore>(
+        std::make_shared<FileRegistryStore>(FileRegistryStore::DefaultUserFile(),
+                                            FileRegistryStore::DefaultMachineFile()),
+        InstalledRegistryStore::InstallationFolder());
   return *mRegistry;
 }
 
