@@ -1,6 +1,7 @@
 #include "quillbook/frame/services/XMLElement.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "frame/services/XMLTree.h"
 #include "quillbook/base/Failure.h"
@@ -158,6 +159,13 @@ XMLElement XMLElement::AddChild(std::string_view Name, std::string_view Text, st
   auto child = node.append_child(mTree->Terminated(Name));
   if (!Text.empty()) child.append_child(pugi::node_pcdata).set_value(mTree->Terminated(Text));
   return {mTree, child.internal_object()};
+}
+
+std::size_t XMLElement::SourceOffset() const {
+  const auto& source = mTree->source;
+  const auto* name = NodeOf(Node()).name();  // parsed in place
+  const bool loaded = std::less<>()(source.data(), name) && std::less<>()(name, source.data() + source.size());
+  return loaded ? static_cast<std::size_t>(name - source.data()) - 1 : 0;
 }
 
 XMLElement::operator Variant() const {

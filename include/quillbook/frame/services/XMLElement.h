@@ -126,6 +126,9 @@ class XMLElement {
   XMLElement AddChild(std::string_view Name, std::string_view Text = {},
                       std::source_location where = std::source_location::current());
 
+  /// Where the element begins in the text that was loaded, in bytes; 0 for an element that was added since.
+  [[nodiscard]] std::size_t SourceOffset() const;
+
   /// For the state dump.
   operator Variant() const;
 
