@@ -24,8 +24,8 @@ class QBMVPlugIn final : public IMVProjectPlugIn {
   void IMVProjectPlugIn_BeforeSaveProject() override {}
   void IMVProjectPlugIn_AfterSaveProject() override {}
   /// The plug-in adds nothing to the host's project file.
-  void IMVProjectPlugIn_SaveXML(const Ref<XMLDocument>&) override {}
-  void IMVProjectPlugIn_LoadXML(const Ref<XMLDocument>&) override {}
+  void IMVProjectPlugIn_SaveXML(XMLDocument&) override {}
+  void IMVProjectPlugIn_LoadXML(XMLDocument&) override {}
   /// "True": every page is valid.
   [[nodiscard]] std::string IMVProjectPlugIn_ValidatePage(std::string_view PageName) override;
   void IMVProjectPlugIn_BeforeBuild() override {}

@@ -1,7 +1,7 @@
 // One message of a build.
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <string>
 
 namespace quillbook {
@@ -12,10 +12,10 @@ enum class NoteLevel { Warning = 0, Error = 1 };
 /// made for readers, complete without the other fields.
 struct BuildNote {
   NoteLevel Level = NoteLevel::Warning;
-  std::string Code;
-  std::string Text;
-  std::string File;      ///< native path of the file that is at fault; may be empty
-  std::size_t Line = 0;  ///< from 1; 0 if there is none
+  std::string Code = {};
+  std::string Text = {};
+  std::string File = {};  ///< native path of the file that is at fault; may be empty
+  std::size_t Line = 0;   ///< from 1; 0 if there is none
   std::size_t Column = 0;
 };
 

@@ -25,8 +25,8 @@ class IMVProjectPlugIn : public Object {
   virtual void IMVProjectPlugIn_PageChanged() = 0;
   virtual void IMVProjectPlugIn_BeforeSaveProject() = 0;
   virtual void IMVProjectPlugIn_AfterSaveProject() = 0;
-  virtual void IMVProjectPlugIn_SaveXML(const Ref<XMLDocument>& doc) = 0;
-  virtual void IMVProjectPlugIn_LoadXML(const Ref<XMLDocument>& doc) = 0;
+  virtual void IMVProjectPlugIn_SaveXML(XMLDocument& doc) = 0;
+  virtual void IMVProjectPlugIn_LoadXML(XMLDocument& doc) = 0;
   /// "True" if the page may be shown.
   [[nodiscard]] virtual std::string IMVProjectPlugIn_ValidatePage(std::string_view PageName) = 0;
   virtual void IMVProjectPlugIn_BeforeBuild() = 0;

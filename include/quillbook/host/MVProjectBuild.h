@@ -16,7 +16,8 @@ class MVProject;
 enum class BuildStatus : int { Done = 0, Cancelled = 1, Failed = 2 };
 
 /// Walks the current doc type's items, writes the pages and the template's support files, and compiles the help file
-/// where that is asked for. Nothing is raised to the caller: what goes wrong is a note and the status.
+/// where that is asked for. Nothing is raised to the caller: what goes wrong is a note and the status. One object
+/// serves one build.
 class MVProjectBuild final : public Object {
  public:
   /// `ShowBusy` and `ShowResults` are accepted for dialogs, of which there are none.
@@ -36,6 +37,9 @@ class MVProjectBuild final : public Object {
   [[nodiscard]] const TypeInfo& Type() const override { return StaticType(); }
 
  private:
+  [[nodiscard]] BuildStatus Generate(MVProject& project);
+  [[nodiscard]] bool WriteOutput(MVProject& project);
+
   HelpCompileResult mCompileResult = HelpCompileResult::None;
   std::vector<BuildNote> mNotes;
   std::size_t mPageCount = 0;

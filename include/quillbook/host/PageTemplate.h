@@ -12,7 +12,7 @@
 
 namespace quillbook {
 
-/// Kind of value that a template variable holds. The numbers stand in template files.
+/// Kind of value that a template variable holds. The numbers are frozen.
 enum class VariableType : int {
   Text = 0,
   MultiLineText = 1,
