@@ -152,7 +152,7 @@ void Topic::SetName(std::string_view RHS) {
   Procedure(*this, "Name", [&](auto& p) { p("RHS", RHS); }).Run([&] {
     if (mName == RHS) return;
     const auto oldName = std::exchange(mName, std::string(RHS));
-    for (auto* index : mIndexes) index->Renamed(*this, oldName);
+    for (const auto& place : mPlaces) place.index->Renamed(place.member, oldName);
     Changed(true);
   });
 }

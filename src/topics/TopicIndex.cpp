@@ -1,26 +1,11 @@
 #include "topics/TopicIndex.h"
 
-#include "quillbook/base/Text.h"
+#include <functional>
+
 #include "quillbook/frame/modMain.h"
 #include "quillbook/topics/Topic.h"
 
 namespace quillbook {
-
-namespace {
-
-std::uint64_t HashOf(const Topic* topic) noexcept {
-  return std::hash<const Topic*>()(topic);
-}
-
-std::uint64_t NameHash(std::string_view name) noexcept {
-  return FoldedHash(name);
-}
-
-std::uint64_t QualifiedHash(std::string_view name) {
-  return FoldedHash(modMain::SafeFileName(name));
-}
-
-}  // namespace
 
 void TopicIndex::Bucket::Add(Handle member) {
   if (!mFirst) {
@@ -33,111 +18,92 @@ void TopicIndex::Bucket::Add(Handle member) {
 }
 
 void TopicIndex::Bucket::Remove(Handle member) {
-  if (mAll) mAll->erase(member);
-  if (mAll && !mAll->empty())
-    mFirst = *mAll->begin();
-  else if (mAll || mFirst == member)
+  if (mAll) {
+    mAll->erase(member);
+    mFirst = mAll->empty() ? Handle() : *mAll->begin();
+  } else if (mFirst == member) {
     mFirst = {};
-  if (!mFirst) mAll.reset();
-}
-
-TopicIndex::Handle TopicIndex::Bucket::Find(const std::function<bool(Handle)>& test) const {
-  if (!mFirst || test(mFirst)) return mFirst;
-  if (mAll)
-    for (const auto member : *mAll)
-      if (test(member)) return member;
-  return {};
-}
-
-void TopicIndex::Bucket::ForEach(const std::function<void(Handle)>& visit) const {
-  if (mAll)
-    for (const auto member : *mAll) visit(member);
-  else if (mFirst)
-    visit(mFirst);
+  }
 }
 
 TopicIndex::TopicIndex(const Members& members) : mMembers(members) {
-  mByObject.reserve(members.Count());
   for (std::size_t position = 1; position <= members.Count(); ++position) Add(members.HandleOf(position));
 }
 
 TopicIndex::~TopicIndex() {
   for (const auto& topic : mMembers)
-    if (topic) std::erase(topic->mIndexes, this);
+    if (topic) std::erase_if(topic->mPlaces, [&](const TopicPlace& place) { return place.index == this; });
 }
 
 void TopicIndex::Add(Handle member) {
   const auto& topic = *member;
-  auto& bucket = mByObject[HashOf(topic.get())];
-  if (topic && bucket.IsEmpty()) topic->mIndexes.push_back(this);
-  bucket.Add(member);
-  if (!topic) return;
-  if (mByName) AddTo(*mByName, NameHash(topic->Name()), member);
-  if (mByQualifiedName) AddTo(*mByQualifiedName, QualifiedHash(topic->Name()), member);
+  if (!topic) return;  // nothing can be a member too; it has no name
+  topic->mPlaces.push_back({this, member});
+  if (mByName) AddTo(*mByName, topic->Name(), member);
+  if (mByQualifiedName) AddTo(*mByQualifiedName, topic->QualifiedName(), member);
 }
 
 void TopicIndex::Remove(Handle member) {
   const auto& topic = *member;
-  const auto hash = HashOf(topic.get());
-  RemoveFrom(mByObject, hash, member);
   if (!topic) return;
-  if (!mByObject.contains(hash)) std::erase(topic->mIndexes, this);
-  if (mByName) RemoveFrom(*mByName, NameHash(topic->Name()), member);
-  if (mByQualifiedName) RemoveFrom(*mByQualifiedName, QualifiedHash(topic->Name()), member);
+  std::erase_if(topic->mPlaces, [&](const TopicPlace& place) { return place.index == this && place.member == member; });
+  if (mByName) RemoveFrom(*mByName, topic->Name(), member);
+  if (mByQualifiedName) RemoveFrom(*mByQualifiedName, topic->QualifiedName(), member);
 }
 
-void TopicIndex::RemoveFrom(Table& table, std::uint64_t hash, Handle member) {
-  const auto bucket = table.find(hash);
-  if (bucket == table.end()) return;
-  bucket->second.Remove(member);
-  if (bucket->second.IsEmpty()) table.erase(bucket);
+void TopicIndex::Renamed(Handle member, std::string_view oldName) {
+  const auto& topic = *member;
+  if (mByName) {
+    RemoveFrom(*mByName, oldName, member);
+    AddTo(*mByName, topic->Name(), member);
+  }
+  if (mByQualifiedName) {
+    RemoveFrom(*mByQualifiedName, modMain::SafeFileName(oldName), member);
+    AddTo(*mByQualifiedName, topic->QualifiedName(), member);
+  }
 }
 
-void TopicIndex::Renamed(const Topic& topic, std::string_view oldName) {
-  const auto entries = mByObject.find(HashOf(&topic));
-  if (entries == mByObject.end()) return;
-  const auto move = [&](std::optional<Table>& table, auto hash) {
-    if (!table) return;
-    entries->second.ForEach([&](Handle member) {
-      RemoveFrom(*table, hash(oldName), member);
-      AddTo(*table, hash(topic.Name()), member);
-    });
-  };
-  move(mByName, NameHash);
-  move(mByQualifiedName, QualifiedHash);
+TopicIndex::Handle TopicIndex::FirstOf(const Topic& topic) const {
+  Handle first;
+  for (const auto& place : topic.mPlaces)
+    if (place.index == this && (!first || place.member < first)) first = place.member;
+  return first;
 }
 
-TopicIndex::Handle TopicIndex::FirstOf(const Topic* topic) const {
-  const auto bucket = mByObject.find(HashOf(topic));
-  if (bucket == mByObject.end()) return {};
-  return bucket->second.Find([&](Handle member) { return member->get() == topic; });
+TopicIndex::Handle TopicIndex::FirstByName(std::string_view name) {
+  return FirstIn(Filled(mByName, &Topic::Name), name);
 }
 
-template <class Hash>
-TopicIndex::Table& TopicIndex::Filled(std::optional<Table>& table, Hash hash) {
+TopicIndex::Handle TopicIndex::FirstByQualifiedName(std::string_view name) {
+  return FirstIn(Filled(mByQualifiedName, &Topic::QualifiedName), name);
+}
+
+template <class NameOf>
+const TopicIndex::Table& TopicIndex::Filled(std::optional<Table>& table, NameOf nameOf) const {
   if (!table) {
-    table.emplace();
-    table->reserve(mMembers.Count());
+    table.emplace(mMembers.Count());
     for (std::size_t position = 1; position <= mMembers.Count(); ++position) {
       const auto member = mMembers.HandleOf(position);
-      if (*member) AddTo(*table, hash((*member)->Name()), member);
+      if (const auto& topic = *member) AddTo(*table, std::invoke(nameOf, *topic), member);
     }
   }
   return *table;
 }
 
-TopicIndex::Handle TopicIndex::FirstByName(std::string_view name) {
-  const auto& table = Filled(mByName, NameHash);
-  const auto bucket = table.find(NameHash(name));
-  if (bucket == table.end()) return {};
-  return bucket->second.Find([&](Handle member) { return EqualsIgnoringCase((*member)->Name(), name); });
+void TopicIndex::AddTo(Table& table, std::string_view name, Handle member) {
+  table.try_emplace(std::string(name)).first->second.Add(member);
 }
 
-TopicIndex::Handle TopicIndex::FirstByQualifiedName(std::string_view name) {
-  const auto& table = Filled(mByQualifiedName, QualifiedHash);
-  const auto bucket = table.find(FoldedHash(name));
-  if (bucket == table.end()) return {};
-  return bucket->second.Find([&](Handle member) { return EqualsIgnoringCase((*member)->QualifiedName(), name); });
+void TopicIndex::RemoveFrom(Table& table, std::string_view name, Handle member) {
+  const auto bucket = table.find(name);
+  if (bucket == table.end()) return;
+  bucket->second.Remove(member);
+  if (!bucket->second.First()) table.erase(bucket);
+}
+
+TopicIndex::Handle TopicIndex::FirstIn(const Table& table, std::string_view name) {
+  const auto bucket = table.find(name);
+  return bucket == table.end() ? Handle() : bucket->second.First();
 }
 
 }  // namespace quillbook

@@ -1,20 +1,28 @@
-// Finds the first topic of a list that has a name, without a walk over the list.
+// Finds the topics of a list without a walk over it.
 #pragma once
 
-#include <cstdint>
-#include <functional>
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <set>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 
 #include "quillbook/base/Collection.h"
 #include "quillbook/base/Ref.h"
+#include "quillbook/base/Text.h"
 
 namespace quillbook {
 
 class Topic;
+class TopicIndex;
+
+/// One member of an indexed list, as the member itself keeps it: a topic tells all its places of a new name.
+struct TopicPlace {
+  TopicIndex* index = nullptr;
+  Collection<Ref<Topic>>::Handle member;
+};
 
 /// Members of a topic list by object, by name and by qualified name, each in list order.
 ///
@@ -35,38 +43,45 @@ class TopicIndex {
   void Add(Handle member);
   /// For a member that is just about to be removed.
   void Remove(Handle member);
-  /// For a topic whose name has just changed.
-  void Renamed(const Topic& topic, std::string_view oldName);
+  /// For a member whose name has just changed.
+  void Renamed(Handle member, std::string_view oldName);
 
   /// Each the first in list order, or empty. Names ignore case.
-  [[nodiscard]] Handle FirstOf(const Topic* topic) const;
+  [[nodiscard]] Handle FirstOf(const Topic& topic) const;
   [[nodiscard]] Handle FirstByName(std::string_view name);
   [[nodiscard]] Handle FirstByQualifiedName(std::string_view name);
 
  private:
-  /// The members that share one hash. Nearly always there is only one.
+  /// The members that share one name. Nearly always there is only one.
   class Bucket {
    public:
     void Add(Handle member);
     void Remove(Handle member);
-    [[nodiscard]] bool IsEmpty() const noexcept { return !mFirst; }
-    /// The first for which the test holds, in list order.
-    [[nodiscard]] Handle Find(const std::function<bool(Handle)>& test) const;
-    void ForEach(const std::function<void(Handle)>& visit) const;
+    /// Empty if there is none.
+    [[nodiscard]] Handle First() const noexcept { return mFirst; }
 
    private:
     Handle mFirst;
     std::unique_ptr<std::set<Handle>> mAll;  ///< null while there is only one
   };
-  using Table = std::unordered_map<std::uint64_t, Bucket>;
+  struct Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const noexcept { return FoldedHash(text); }
+  };
+  struct Equal {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const noexcept { return EqualsIgnoringCase(a, b); }
+  };
+  using Table = std::unordered_map<std::string, Bucket, Hash, Equal>;
 
-  static void AddTo(Table& table, std::uint64_t hash, Handle member) { table[hash].Add(member); }
-  static void RemoveFrom(Table& table, std::uint64_t hash, Handle member);
-  template <class Hash>
-  Table& Filled(std::optional<Table>& table, Hash hash);
+  /// The table, filled by what `nameOf` gives for each topic if it isn't there yet.
+  template <class NameOf>
+  const Table& Filled(std::optional<Table>& table, NameOf nameOf) const;
+  static void AddTo(Table& table, std::string_view name, Handle member);
+  static void RemoveFrom(Table& table, std::string_view name, Handle member);
+  static Handle FirstIn(const Table& table, std::string_view name);
 
   const Members& mMembers;
-  Table mByObject;
   std::optional<Table> mByName;
   std::optional<Table> mByQualifiedName;
 };

@@ -47,7 +47,7 @@ void Topics::Remove(KeyOrPosition Key) {
 
 std::int32_t Topics::GetTopicIndex(const Ref<quillbook::Topic>& Topic) const {
   return Procedure(*this, "GetTopicIndex", [&](auto& p) { p("Topic", Topic); }).Run([&] {
-    const auto member = Index().FirstOf(Topic.get());
+    const auto member = Topic ? Index().FirstOf(*Topic) : TopicIndex::Handle();
     return member ? static_cast<std::int32_t>(mCol.PositionOf(member)) : 0;
   });
 }

@@ -23,6 +23,7 @@ class TopicLinks;
 class TopicSection;
 class TopicSections;
 class XMLElement;
+struct TopicPlace;
 enum TopicLinkTypeEnum : int;
 
 /// What a topic tells its own listeners. Changes of its properties are heard at the project instead.
@@ -254,7 +255,7 @@ class Topic final : public LibraryObject {
   mutable Connection mTopicLinksAdded;
   mutable Connection mTopicLinksRemoved;
   bool mTopicLinksLoaded = false;     ///< the list counts as made by a load, which leaves it without its topic
-  std::vector<TopicIndex*> mIndexes;  ///< to be told of a new name
+  std::vector<TopicPlace> mPlaces;  ///< in indexed lists, to be told of a new name
 };
 
 }  // namespace quillbook

@@ -11,7 +11,8 @@ class TopicLinkTest : public TopicsFixture {
     group->Name = category;
     group->Topic = topic;
     std::vector<std::string> titles;
-    for (const auto& link : *group->Links()) titles.push_back(link->Title());
+    const auto links = group->Links();
+    for (const auto& link : *links) titles.push_back(link->Title());
     return titles;
   }
 };

@@ -76,7 +76,7 @@ TEST_F(TopicRecord, Save_OfAPlainTopic_HasNoFileLists_AndTheTitleForTheContents)
   topic->SetModifiedOn(Date(46341.5 + 1.0 / 1440));
   EXPECT_EQ(SavedDocument(*topic).ToString(), R"(<?xml version="1.0" encoding="UTF-8"?>
 <Topic Key="{1}" Name="Intro" Title="Introduction" ContentsTitle="Introduction" Status="In Progress" CreatedOn="15-11-2026 00:00" ModifiedOn="15-11-2026 12:01" LayoutName="" AllStyleSheets="True" AllScripts="True" AutoGenerateIndexEntry="True" IncludeInHelpFile="True" HelpContextIDs="" Category="">
-	<Notes></Notes>
+	<Notes/>
 	<s k="BodyText">&lt;p&gt;Text&lt;/p&gt;</s>
 </Topic>)");
 }
