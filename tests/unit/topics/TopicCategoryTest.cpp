@@ -8,7 +8,7 @@ class TopicCategoryTest : public TopicsFixture {
   Ref<TopicCategory> LoadedCategory(std::string_view record) {
     auto category = New<TopicCategory>();
     category->SetQBProject(project);
-    const auto document = Parsed(record);
+    const auto document = Parse(std::string(record));
     category->Load(document.DocumentElement());
     return category;
   }
@@ -38,7 +38,7 @@ TEST_F(TopicCategoryTest, AutoIndex_IsTrueForExactlyTrue_AndWhereItIsAbsent) {
 TEST_F(TopicCategoryTest, RecordWithoutNameOrKey_IsReported) {
   (void)LoadedCategory("<cat Key='1'/>");
   (void)LoadedCategory("<cat Name='a'/>");
-  EXPECT_THAT(Reports(), ElementsAre("TopicCategory.Load 5", "TopicCategory.Load 5"));
+  EXPECT_THAT(failures.Take(), ElementsAre("TopicCategory.Load 5", "TopicCategory.Load 5"));
 }
 
 TEST_F(TopicCategoryTest, Setters_TellOfARealChange) {
@@ -74,7 +74,7 @@ TEST_F(TopicCategoryTest, AddAndRemove_AreTold) {
               ElementsAre("TopicCategoryAdded a", "DirtyStateChanged", "TopicCategoryRemoved a", "DirtyStateChanged"));
   log.clear();
   project->TopicCategories->Remove(category->Key);
-  EXPECT_THAT(Reports(), ElementsAre("TopicCategories.Remove 5"));
+  EXPECT_THAT(failures.Take(), ElementsAre("TopicCategories.Remove 5"));
   EXPECT_THAT(log, IsEmpty());
 }
 

@@ -1,11 +1,8 @@
 // Topics that have files of their own.
 #include <sys/stat.h>
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
 
 #include "quillbook/frame/services/FileSystemObject.h"
+#include "support/TemporaryFolder.h"
 #include "unit/topics/TopicsFixture.h"
 
 namespace quillbook {
@@ -13,23 +10,19 @@ namespace {
 
 class TopicFile : public TopicsFixture {
  protected:
-  TopicFile() {
-    auto pattern = ::testing::TempDir() + "topicsXXXXXX";
-    folder = ::mkdtemp(pattern.data());
-    project->Filename->SetFullName((folder / "help.qbp").string());
+  void SetUp() override {
+    TopicsFixture::SetUp();
+    project->Filename->SetFullName(folder.Stored("help.qbp"));
     project->SetStorageForm(ProjectTypeSeparateFiles);
   }
-  ~TopicFile() override { std::filesystem::remove_all(folder); }
 
-  [[nodiscard]] std::filesystem::path FileOf(const Topic& topic) const {
-    return folder / "TopicData" / (topic.Key + ".xml");
-  }
-  [[nodiscard]] std::string Content(const Topic& topic) const {
-    std::ifstream file(FileOf(topic), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+  static std::string FileOf(const Topic& topic) { return "TopicData/" + topic.Key + ".xml"; }
+  [[nodiscard]] std::string Content(const Topic& topic) const { return folder.Read(FileOf(topic)); }
+  void MakeWritable(const Topic& topic, bool writable) const {
+    ASSERT_EQ(::chmod((folder / FileOf(topic)).c_str(), writable ? 0644 : 0444), 0);
   }
 
-  std::filesystem::path folder;
+  support::TemporaryFolder folder;
 };
 
 TEST_F(TopicFile, Save_LeavesOnlyTheKeyInTheProjectFile_AndLoadReadsTheRestFromTheTopicsFile) {
@@ -39,7 +32,7 @@ TEST_F(TopicFile, Save_LeavesOnlyTheKeyInTheProjectFile_AndLoadReadsTheRestFromT
   EXPECT_EQ(element.DocumentElement().Attributes().Count(), 1u);
   EXPECT_EQ(element.DocumentElement().Attributes().Item("Key").Value(), topic->Key);
   EXPECT_EQ(element.DocumentElement().ChildElements().Count(), 0u);
-  EXPECT_TRUE(std::filesystem::exists(FileOf(*topic)));
+  EXPECT_TRUE(folder.Has(FileOf(*topic)));
   EXPECT_FALSE(topic->Dirty());
   EXPECT_FALSE(topic->NewTopicFlag);
 
@@ -47,7 +40,7 @@ TEST_F(TopicFile, Save_LeavesOnlyTheKeyInTheProjectFile_AndLoadReadsTheRestFromT
   EXPECT_EQ(loaded->Key, topic->Key);
   EXPECT_EQ(loaded->Name(), "a");
   EXPECT_EQ(loaded->TopicSectionData("BodyText"), "body");
-  const auto file = Parsed(Content(*topic));
+  const auto file = Parse(Content(*topic));
   EXPECT_EQ(file.DocumentElement().Name(), "Topic");
   EXPECT_FALSE(file.DocumentElement().Attributes().Find("Key"));
 }
@@ -55,7 +48,7 @@ TEST_F(TopicFile, Save_LeavesOnlyTheKeyInTheProjectFile_AndLoadReadsTheRestFromT
 TEST_F(TopicFile, SaveOfAnUnchangedTopic_TouchesNoFile) {
   const auto topic = AddTopic("a");
   (void)SavedDocument(*topic);
-  std::ofstream(FileOf(*topic)) << "other";
+  folder.Write(FileOf(*topic), "other");
   topic->NewTopicFlag = true;
   (void)SavedDocument(*topic);
   EXPECT_EQ(Content(*topic), "other");
@@ -77,14 +70,14 @@ TEST_F(TopicFile, Clone_TouchesNoFile) {
   const auto topic = AddTopic("a");
   topic->SetTopicSectionData("BodyText", "body");
   EXPECT_EQ(topic->Clone()->TopicSectionData("BodyText"), "body");
-  EXPECT_TRUE(std::filesystem::is_empty(folder));
+  EXPECT_EQ(folder.Count(), 0u);
 }
 
 TEST_F(TopicFile, ReadOnly_AsksForTheFile_ButNotForANewTopic) {
   const auto topic = AddTopic("a");
   (void)SavedDocument(*topic);
   EXPECT_FALSE(topic->ReadOnly());
-  ::chmod(FileOf(*topic).c_str(), 0444);
+  MakeWritable(*topic, false);
   EXPECT_TRUE(topic->ReadOnly());
   topic->NewTopicFlag = true;
   EXPECT_FALSE(topic->ReadOnly());
@@ -97,8 +90,10 @@ TEST_F(TopicFile, FailedStore_IsTriedAgainOnRetry_AndCancelLeavesTheTopicDirty) 
   const auto topic = AddTopic("a");
   (void)SavedDocument(*topic);
   topic->SetTitle("t");
-  ::chmod(FileOf(*topic).c_str(), 0444);
-  box->answers = {MessageBox::Retry, MessageBox::Cancel};
+  MakeWritable(*topic, false);
+  const auto box =
+      std::make_shared<support::ScriptedMessageBox>(std::deque<int>{MessageBox::Retry, MessageBox::Cancel});
+  const PlatformOverride<MessageBox> boxOverride(box);
   (void)SavedDocument(*topic);
   ASSERT_EQ(box->shown.size(), 2u);
   EXPECT_EQ(box->shown[0].Title, "Could not save");
@@ -108,18 +103,18 @@ TEST_F(TopicFile, FailedStore_IsTriedAgainOnRetry_AndCancelLeavesTheTopicDirty) 
   EXPECT_TRUE(MessageBox::Offers(box->shown[0].Buttons, MessageBox::Retry));
   EXPECT_TRUE(MessageBox::Offers(box->shown[0].Buttons, MessageBox::Cancel));
   EXPECT_TRUE(topic->Dirty());
-  box->shown.clear();
 
   // Whoever answers may have mended what was wrong.
   const auto mending = project->Events.MessageBox.Connect(
       [&](std::string_view, std::int32_t, std::string_view, std::int32_t& Result, bool& CancelDefault) {
-        ::chmod(FileOf(*topic).c_str(), 0644);
+        MakeWritable(*topic, true);
         Result = MessageBox::Retry;
         CancelDefault = true;
       });
   (void)SavedDocument(*topic);
+  EXPECT_EQ(box->shown.size(), 2u);
   EXPECT_FALSE(topic->Dirty());
-  EXPECT_EQ(Parsed(Content(*topic)).DocumentElement().Attributes().Item("Title").Value(), "t");
+  EXPECT_EQ(Parse(Content(*topic)).DocumentElement().Attributes().Item("Title").Value(), "t");
 }
 
 }  // namespace

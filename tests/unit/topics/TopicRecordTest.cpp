@@ -158,17 +158,17 @@ TEST_F(TopicRecord, OldAndNewBody_KeepTheFirstInDocumentOrder_AndTheSecondIsRepo
   const auto oldFirst = Loaded("<Topic Key='1'><c>old</c><s k='BodyText'>new</s><K Value='w'/></Topic>");
   EXPECT_EQ(oldFirst->TopicSectionData("BodyText"), "old");
   EXPECT_EQ(oldFirst->Keywords()->Count(), 1u);
-  EXPECT_THAT(Reports(), ElementsAre("TopicSections.Add 457"));
+  EXPECT_THAT(failures.Take(), ElementsAre("TopicSections.Add 457"));
   const auto newFirst = Loaded("<Topic Key='1'><s k='BodyText'>new</s><C>old</C></Topic>");
   EXPECT_EQ(newFirst->TopicSectionData("BodyText"), "new");
   EXPECT_EQ(newFirst->TopicSections->Count(), 1u);
-  EXPECT_THAT(Reports(), ElementsAre("TopicSections.Add 457"));
+  EXPECT_THAT(failures.Take(), ElementsAre("TopicSections.Add 457"));
 }
 
 TEST_F(TopicRecord, SectionOfAnUnknownKind_IsReportedAndDropped_AndTheLoadGoesOn) {
   for (const auto* section : {"<s k='Summary'>x</s>", "<s>x</s>"}) {
     const auto topic = Loaded("<Topic Key='1'>" + std::string(section) + "<s k='BodyText'>body</s></Topic>");
-    EXPECT_THAT(Reports(), ElementsAre("TopicSection.TopicSectionDef 91", "Topic.NewTopicSection 91"));
+    EXPECT_THAT(failures.Take(), ElementsAre("TopicSection.TopicSectionDef 91", "Topic.NewTopicSection 91"));
     EXPECT_EQ(topic->TopicSections->Count(), 1u);
     EXPECT_EQ(topic->TopicSectionData("BodyText"), "body");
     EXPECT_FALSE(topic->PauseEvents());
@@ -219,7 +219,7 @@ TEST_F(TopicRecord, MoreStylesheetsThanScripts_EndTheSaveAtTheMissingScript) {
   for (const auto* sheet : {"1.css", "2.css", "3.css"}) topic->AddStyleSheet(sheet);
   topic->SetAllStylesheets(false);
   const auto document = SavedDocument(*topic);
-  EXPECT_THAT(Reports(), ElementsAre("Topic.InternalSave 9"));
+  EXPECT_THAT(failures.Take(), ElementsAre("Topic.InternalSave 9"));
   EXPECT_THAT(ChildNames(document.DocumentElement()), ElementsAre("st", "sc"));
   EXPECT_EQ(ChildNamed(document.DocumentElement(), "sc").ChildElements().Count(), 1u);
   EXPECT_TRUE(topic->Dirty());
@@ -238,7 +238,7 @@ TEST_F(TopicRecord, SaveToDisk_HasNothingToWriteTo_AndIsReported) {
   const auto topic = AddTopic("a");
   topic->SetTitle("b");
   topic->SaveToDisk();
-  EXPECT_THAT(Reports(), ElementsAre("Topic.InternalSave 91"));
+  EXPECT_THAT(failures.Take(), ElementsAre("Topic.InternalSave 91"));
   EXPECT_TRUE(topic->Dirty());
 }
 
@@ -261,7 +261,7 @@ TEST_F(TopicRecord, UnknownCategory_GivesNone_AlsoInATopicThatHadOne) {
   const auto topic = Loaded("<Topic Key='1' Category='{nobody}'/>");
   EXPECT_FALSE(topic->TopicCategory());
   topic->SetTopicCategory(AddCategory("Group"));
-  const auto record = Parsed("<Topic Key='1' Category='{nobody}'/>");
+  const auto record = Parse("<Topic Key='1' Category='{nobody}'/>");
   topic->Load(record.DocumentElement());
   EXPECT_FALSE(topic->TopicCategory());
 }
@@ -270,7 +270,7 @@ TEST_F(TopicRecord, Load_TellsNobody_AndLeavesDirty) {
   const auto topic = AddTopic("a");
   topic->SetTitle("old");
   log.clear();
-  const auto record = Parsed(FullRecord);
+  const auto record = Parse(std::string(FullRecord));
   topic->Load(record.DocumentElement());
   EXPECT_TRUE(topic->Dirty());
   EXPECT_FALSE(topic->NewTopicFlag);
@@ -284,7 +284,7 @@ TEST_F(TopicRecord, Load_ReplacesAllLists_ButKeepsWhatTheRecordLacks) {
   const auto topic = Loaded(FullRecord);
   const auto keywords = topic->Keywords();
   const auto links = topic->TopicLinks();
-  const auto record = Parsed("<Topic Title='New'/>");
+  const auto record = Parse("<Topic Title='New'/>");
   topic->Load(record.DocumentElement());
   EXPECT_EQ(topic->Key, "{1}");
   EXPECT_EQ(topic->Name(), "Intro");
@@ -305,7 +305,7 @@ TEST_F(TopicRecord, Load_ReplacesAllLists_ButKeepsWhatTheRecordLacks) {
 TEST_F(TopicRecord, Load_WithoutElement_IsReported_AndLeavesTheTopicPaused) {
   const auto topic = NewTopic("a");
   topic->Load({});
-  EXPECT_THAT(Reports(), ElementsAre("Topic.InternalLoad 91"));
+  EXPECT_THAT(failures.Take(), ElementsAre("Topic.InternalLoad 91"));
   EXPECT_TRUE(topic->PauseEvents());
   EXPECT_EQ(topic->Name(), "a");
   EXPECT_EQ(topic->TopicSections->Count(), 0u);
@@ -382,7 +382,7 @@ TEST_F(TopicRecord, Clone_FindsItsCategoryInTheTargetProject) {
 TEST_F(TopicRecord, Clone_WithoutAnyProject_IsReported) {
   const auto topic = New<Topic>();
   EXPECT_FALSE(topic->Clone());
-  EXPECT_THAT(Reports(), ElementsAre("Topic.Clone 91"));
+  EXPECT_THAT(failures.Take(), ElementsAre("Topic.Clone 91"));
 }
 
 }  // namespace

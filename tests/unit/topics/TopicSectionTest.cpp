@@ -18,7 +18,7 @@ TEST_F(TopicSectionTest, Populate_MakesTheBody_AndASecondCallIsReported) {
   const auto definitions = New<TopicSectionDefs>();
   definitions->Populate();
   definitions->Populate();
-  EXPECT_THAT(Reports(), ElementsAre("TopicSectionDefs.Add 457"));
+  EXPECT_THAT(failures.Take(), ElementsAre("TopicSectionDefs.Add 457"));
   ASSERT_EQ(definitions->Count(), 1u);
   EXPECT_EQ(definitions->Item("bodytext")->Key, "BodyText");
   EXPECT_EQ(definitions->Item(1)->Caption, "Body Text");
@@ -90,7 +90,7 @@ TEST_F(TopicSectionTest, Data_SetDirectly_IsToldEvenForTheSameText_AndLeavesTheT
 TEST_F(TopicSectionTest, NewTopicSection_OfAnUnknownKind_IsReported_AndGivesNothing) {
   const auto topic = BareTopic();
   EXPECT_FALSE(topic->NewTopicSection("Summary"));
-  EXPECT_THAT(Reports(), ElementsAre("TopicSection.TopicSectionDef 91", "Topic.NewTopicSection 91"));
+  EXPECT_THAT(failures.Take(), ElementsAre("TopicSection.TopicSectionDef 91", "Topic.NewTopicSection 91"));
   EXPECT_EQ(topic->TopicSections->Count(), 0u);
 }
 
@@ -98,7 +98,7 @@ TEST_F(TopicSectionTest, NewTopicSection_OfAKindThatIsThere_StandsInNoCollection
   const auto topic = AddTopic("a");
   const auto first = topic->TopicSections->Item("BodyText");
   const auto second = topic->NewTopicSection("bodytext", "x");
-  EXPECT_THAT(Reports(), ElementsAre("TopicSections.Add 457"));
+  EXPECT_THAT(failures.Take(), ElementsAre("TopicSections.Add 457"));
   EXPECT_EQ(second->Data(), "x");
   EXPECT_EQ(second->Topic(), topic);
   EXPECT_EQ(topic->TopicSections->Item("BodyText"), first);
@@ -108,7 +108,7 @@ TEST_F(TopicSectionTest, NewTopicSection_OfAKindThatIsThere_StandsInNoCollection
 TEST_F(TopicSectionTest, SetTopicSectionData_OfAnUnknownKind_ReportsAndMarksTheTopic) {
   const auto topic = AddTopic("a");
   topic->SetTopicSectionData("Summary", "x");
-  EXPECT_THAT(Reports(), ElementsAre("TopicSection.TopicSectionDef 91", "Topic.NewTopicSection 91"));
+  EXPECT_THAT(failures.Take(), ElementsAre("TopicSection.TopicSectionDef 91", "Topic.NewTopicSection 91"));
   EXPECT_EQ(topic->TopicSectionData("Summary"), "");
   EXPECT_TRUE(topic->Dirty());
 }
@@ -123,7 +123,7 @@ TEST_F(TopicSectionTest, TopicSectionDef_IsFoundAnew_AndNothingIsReported) {
   const auto section = New<TopicSection>();
   EXPECT_FALSE(section->TopicSectionDef());
   section->SetTopicSectionDef({});
-  EXPECT_THAT(Reports(), ElementsAre("TopicSection.TopicSectionDef 91"));
+  EXPECT_THAT(failures.Take(), ElementsAre("TopicSection.TopicSectionDef 91"));
   section->SetTopicSectionDef(modMain::TopicSectionDefs()->Item("BodyText"));
   EXPECT_EQ(section->TopicSectionDef(), modMain::TopicSectionDefs()->Item("BodyText"));
   root = nullptr;

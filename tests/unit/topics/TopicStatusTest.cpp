@@ -9,7 +9,7 @@ class TopicStatusTest : public TopicsFixture {
  protected:
   static Ref<TopicStatuses> LoadedStatuses(std::string_view text) {
     auto statuses = New<TopicStatuses>();
-    const auto document = Parsed(text);
+    const auto document = Parse(std::string(text));
     statuses->Load(document.DocumentElement());
     return statuses;
   }
@@ -27,7 +27,7 @@ TEST_F(TopicStatusTest, Load_TakesEveryChildInOrder_WhateverItsName) {
 TEST_F(TopicStatusTest, RepeatedName_IsReportedAndLeftOut_AndTheRestIsRead) {
   const auto statuses = LoadedStatuses(
       "<s><s Name='a' Caption='1' Icon=''/><s Name='A' Caption='2' Icon=''/><s Name='b' Caption='3' Icon=''/></s>");
-  EXPECT_THAT(Reports(), ElementsAre("TopicStatuses.Add 457"));
+  EXPECT_THAT(failures.Take(), ElementsAre("TopicStatuses.Add 457"));
   ASSERT_EQ(statuses->Count(), 2u);
   EXPECT_EQ(statuses->Item("a")->Caption, "1");
   EXPECT_EQ(statuses->Item(2)->Name, "b");
@@ -35,7 +35,7 @@ TEST_F(TopicStatusTest, RepeatedName_IsReportedAndLeftOut_AndTheRestIsRead) {
 
 TEST_F(TopicStatusTest, MissingAttribute_IsReported_AndTheStatusKeepsWhatWasReadBefore) {
   const auto statuses = LoadedStatuses("<s><s Name='a' Icon='i'/></s>");
-  EXPECT_THAT(Reports(), ElementsAre("TopicStatus.Load 5"));
+  EXPECT_THAT(failures.Take(), ElementsAre("TopicStatus.Load 5"));
   EXPECT_EQ(statuses->Item("a")->Caption, "");
   EXPECT_EQ(statuses->Item("a")->Icon, "");
 }

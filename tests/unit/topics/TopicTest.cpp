@@ -118,7 +118,7 @@ TEST_F(TopicTest, Dirty_IsNotCompared_AndReachesTheProjectOnlyWhenTrue) {
 
   const auto lonely = New<Topic>();
   lonely->SetDirty(true);
-  EXPECT_THAT(Reports(), ElementsAre("Topic.Dirty 91"));
+  EXPECT_THAT(failures.Take(), ElementsAre("Topic.Dirty 91"));
   EXPECT_TRUE(lonely->Dirty());
 }
 
@@ -213,7 +213,7 @@ TEST_F(TopicFiles, AddStyleSheet_LeavesAllStylesheets_AndReportsARepetition) {
   log.clear();
   topic->SetDirty(false);
   topic->AddStyleSheet("a.css");
-  EXPECT_THAT(Reports(), ElementsAre("Topic.AddStyleSheet 457"));
+  EXPECT_THAT(failures.Take(), ElementsAre("Topic.AddStyleSheet 457"));
   EXPECT_THAT(log, IsEmpty());
   EXPECT_FALSE(topic->Dirty());
 }
@@ -286,7 +286,7 @@ TEST_F(TopicTest, Fields_StandInTheirOrder_AndListsAppearWhenTheyAreThere) {
   EXPECT_THAT(listFields(), ElementsAre("mTopicLinkNames made", "mStyleSheets nothing", "mScripts nothing"));
   (void)topic->Scripts();
   EXPECT_THAT(listFields(), ElementsAre("mTopicLinkNames made", "mStyleSheets nothing", "mScripts made"));
-  const auto record = Parsed("<Topic/>");
+  const auto record = Parse("<Topic/>");
   topic->Load(record.DocumentElement());
   EXPECT_THAT(listFields(), ElementsAre("mTopicLinkNames made", "mStyleSheets made", "mScripts made"));
   topic->SetAllScripts(false);

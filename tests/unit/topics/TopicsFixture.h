@@ -19,29 +19,30 @@
 #include "quillbook/topics/TopicSectionDefs.h"
 #include "quillbook/topics/TopicSections.h"
 #include "quillbook/topics/Topics.h"
-#include "support/MemoryRegistryStore.h"
-#include "support/ScriptedMessageBox.h"
+#include "support/ProjectTest.h"
 
 namespace quillbook {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class TopicsFixture : public ::testing::Test {
+class TopicsFixture : public support::ProjectTest {
  protected:
-  TopicsFixture() {
+  void SetUp() override {
     Platform::Current().Registry().SetValue(RegistryHive::LocalMachine, "Software\\Corvane\\Quillbook2",
                                             "LiteInstallDir", "\\no\\such\\folder");
     root = New<Root>();
-    project = New<QBProject>();
+    ProjectTest::SetUp();
     Watch(*project, log);
   }
-  ~TopicsFixture() override {
-    EXPECT_THAT(Reports(), IsEmpty()) << "a failure report that the test doesn't expect";
+  void TearDown() override {
     watches.clear();
-    project = nullptr;
     root = nullptr;
-    ExpectNothingLeft();
+    ProjectTest::TearDown();
+    for (const auto* type : TypeInfo::All()) {
+      if (!type->Name().starts_with("Topic")) continue;
+      EXPECT_EQ(type->LiveCount(), 0) << type->Name();
+    }
   }
 
   /// A topic of the project with this name, not yet in its list. Nothing of its making is recorded.
@@ -68,16 +69,11 @@ class TopicsFixture : public ::testing::Test {
     return category;
   }
 
-  [[nodiscard]] static XMLDocument Parsed(std::string_view record) {
-    XMLDocument document;
-    EXPECT_TRUE(document.LoadXML(std::string(record)));
-    return document;
-  }
   /// A topic of the project, loaded from a record.
   [[nodiscard]] Ref<Topic> Loaded(std::string_view record) {
     auto topic = New<Topic>();
     topic->SetQBProject(project);
-    const auto document = Parsed(record);
+    const auto document = Parse(std::string(record));
     topic->Load(document.DocumentElement());
     return topic;
   }
@@ -102,22 +98,6 @@ class TopicsFixture : public ::testing::Test {
   }
   [[nodiscard]] static std::vector<std::string> Items(const Collection<std::string>& list) {
     return {list.begin(), list.end()};
-  }
-
-  /// "Module.Procedure number" of each failure report since the last call, which forgets them.
-  std::vector<std::string> Reports() {
-    std::vector<std::string> reports;
-    for (const auto& shown : box->shown) {
-      const auto after = [&](std::string_view mark) {
-        const auto from = shown.Prompt.find(mark) + mark.size();
-        return shown.Prompt.substr(from, shown.Prompt.find('\r', from) - from);
-      };
-      const auto number = shown.Prompt.rfind('(') + 1;
-      reports.push_back(after("Module: ") + "." + after("Procedure: ") + " " +
-                        shown.Prompt.substr(number, shown.Prompt.rfind(')') - number));
-    }
-    box->shown.clear();
-    return reports;
   }
 
   /// Records what a project tells of its topics and categories, and of becoming dirty.
@@ -147,21 +127,7 @@ class TopicsFixture : public ::testing::Test {
     watches.push_back(events.DirtyStateChanged.Connect([&into] { into.push_back("DirtyStateChanged"); }));
   }
 
-  static void ExpectNothingLeft() {
-#ifndef NDEBUG
-    for (const auto* type : TypeInfo::All()) {
-      if (type->Name().starts_with("Topic") || type->Name() == "QBProject") {
-        EXPECT_EQ(type->LiveCount(), 0) << type->Name();
-      }
-    }
-#endif
-  }
-
-  std::shared_ptr<support::ScriptedMessageBox> box = std::make_shared<support::ScriptedMessageBox>();
-  PlatformOverride<MessageBox> boxOverride{box};
-  PlatformOverride<RegistryStore> registryOverride{std::make_shared<support::MemoryRegistryStore>()};
   Ref<Root> root;
-  Ref<QBProject> project;
   std::vector<std::string> log;
   std::vector<Connection> watches;
 };

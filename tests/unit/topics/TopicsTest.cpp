@@ -28,7 +28,7 @@ TEST_F(TopicsTest, UnknownKey_GivesNothing_ButCannotBeRemoved) {
   EXPECT_FALSE(project->Topics->Item(1));
   project->Topics->Remove("nobody");
   project->Topics->Remove(1);
-  EXPECT_THAT(Reports(), ElementsAre("Topics.Remove 5", "Topics.Remove 9"));
+  EXPECT_THAT(failures.Take(), ElementsAre("Topics.Remove 5", "Topics.Remove 9"));
   EXPECT_EQ(project->Topics->DeletedTopics()->Count(), 0u);
   EXPECT_THAT(log, IsEmpty());
 }
@@ -59,7 +59,7 @@ TEST_F(TopicsTest, Before_WinsOverAfter) {
 TEST_F(TopicsTest, KnownKey_IsReported_AndNobodyIsTold) {
   const auto topic = AddTopic("a");
   project->Topics->Add(Named("b"), topic->Key);
-  EXPECT_THAT(Reports(), ElementsAre("Topics.Add 457"));
+  EXPECT_THAT(failures.Take(), ElementsAre("Topics.Add 457"));
   EXPECT_EQ(project->Topics->Count(), 1u);
   EXPECT_THAT(log, IsEmpty());
 }
@@ -120,7 +120,7 @@ TEST_F(TopicsTest, LookUpByName_FollowsRenames) {
   topic->SetPauseEvents(true);
   topic->SetName("d");
   EXPECT_EQ(project->TopicByQualifiedName("D"), topic) << "also while the topic is paused";
-  const auto record = Parsed("<Topic Name='e'/>");
+  const auto record = Parse("<Topic Name='e'/>");
   topic->Load(record.DocumentElement());
   EXPECT_EQ(project->TopicByName("e"), topic);
 }
