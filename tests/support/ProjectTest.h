@@ -30,8 +30,10 @@ class ProjectTest : public testing::Test {
     for (const auto* type : TypeInfo::All())
       for (const auto* owned : {"QBProject", "Topic", "QBNode", "QBNodes", "GlossaryItem", "GlossaryItems", "Task",
                                 "Tasks", "OtherFile", "OtherFiles", "BuildProfile", "BuildProfiles", "ProjectProperty",
-                                "ProjectProperties", "VariableValue", "FileSystemObject"})
-        if (type->Name() == owned) EXPECT_EQ(type->LiveCount(), 0) << owned;
+                                "ProjectProperties", "VariableValue", "FileSystemObject"}) {
+        if (type->Name() != owned) continue;
+        EXPECT_EQ(type->LiveCount(), 0) << owned;
+      }
   }
 
   static XMLDocument Parse(std::string text) {
