@@ -35,13 +35,11 @@ std::string DecodeText(std::string bytes) {
   if (view.starts_with(bigStart)) return FromUtf16Bytes(view, true);
   if (view.starts_with("\xEF\xBB\xBF")) {
     bytes.erase(0, 3);
-    if (!IsValidUtf8(bytes)) return DecodeCodePage(bytes, CodePageUtf8);
-    return bytes;
+    return IsValidUtf8(bytes) ? bytes : DecodeCodePage(bytes, CodePageUtf8);
   }
   const int declared = DeclaredCodePage(view);
   if (declared != 0 && declared != CodePageUtf8) return DecodeCodePage(view, declared);
-  if (!IsValidUtf8(view)) return DecodeCodePage(view, CodePageWindows1252);
-  return bytes;
+  return IsValidUtf8(view) ? bytes : DecodeCodePage(view, CodePageWindows1252);
 }
 
 }  // namespace quillbook::detail
