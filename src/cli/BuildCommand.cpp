@@ -45,6 +45,10 @@ struct Outcome {
   int exitCode = BadInput;
 };
 
+std::string Counted(std::size_t count, std::string_view noun) {
+  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+}
+
 /// One run of the command: each step sets what the next one needs, or ends the run with an error in the journal.
 class Builder {
  public:
@@ -184,7 +188,7 @@ void Builder::Note(const BuildNote& note) {
 void Builder::CountFile() {
   const auto& page = mHost->CurrentPage();
   ++(page.empty() ? mOutcome.files : mOutcome.pages);
-  if (!page.empty()) mJournal.Screen().Progress(fmt::format("{} pages: {}", mOutcome.pages, page));
+  if (!page.empty()) mJournal.Screen().Progress(fmt::format("{}: {}", Counted(mOutcome.pages, "page"), page));
   CancelIfAsked();
 }
 
