@@ -91,7 +91,9 @@ class Builder {
 
 int Builder::Run() {
   const auto start = Clock::now();
+  mAnswers->TakeFailuresAsWarnings(true);
   mProject = OpenProject(mOptions.project, mJournal);
+  mAnswers->TakeFailuresAsWarnings(false);
   if (mProject && ChooseTemplate() && ChooseProfile()) {
     ChooseOutputFolder();
     Build();
@@ -209,8 +211,8 @@ void Builder::CountOtherFiles() {
 bool Builder::Report() {
   if (mOptions.json) return PrintOutput(JsonReport());
   if (mOptions.quiet || mOutcome.exitCode > Findings) return true;
-  return PrintOutput(
-      fmt::format("Built {} pages and {} files in {}\n", mOutcome.pages, mOutcome.files, mOutcome.outputDirectory));
+  return PrintOutput(fmt::format("Built {} and {} in {}\n", Counted(mOutcome.pages, "page"),
+                                 Counted(mOutcome.files, "file"), mOutcome.outputDirectory));
 }
 
 std::string Builder::JsonReport() const {
