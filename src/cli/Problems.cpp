@@ -77,7 +77,8 @@ class Finder {
   }
 
   void CheckNodes() {
-    for (const auto& node : *mProject.QBNodes->AllNodes())
+    const auto nodes = mProject.QBNodes->AllNodes();
+    for (const auto& node : *nodes)
       if (!node->TopicID().empty() && !node->Topic())
         Add("node.no-topic", fmt::format("A contents node leads to no topic: {}", node->TopicID()),
             mLines.Find("n", node->Key));
