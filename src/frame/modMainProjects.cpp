@@ -4,6 +4,7 @@
 #include "quillbook/frame/Procedure.h"
 #include "quillbook/frame/modMain.h"
 #include "quillbook/frame/services/AutoMessages.h"
+#include "quillbook/generation/Registration.h"
 #include "quillbook/host/MVProject.h"
 #include "quillbook/host/TemplateStore.h"
 #include "quillbook/platform/MessageBox.h"
@@ -93,6 +94,7 @@ Ref<PageTemplates> QuillbookPageTemplates(std::string_view SupportsFlag) {
 
 Ref<MVProject> NewMVProject() {
   return Procedure(modMainModule(), "NewMVProject").Run([] {
+    RegisterQuillbookNamespace();
     auto project = New<MVProject>();
     project->CopySupportFiles = true;
     return project;

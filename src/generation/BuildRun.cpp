@@ -23,6 +23,12 @@ bool IsDelivered(const FileSystemObject& file) {
 
 }  // namespace
 
+QBProject::BuildRun::~BuildRun() {
+  if (!mProject.mMVProject) return;
+  auto& items = *mProject.mMVProject->RootItems();
+  if (items.Contains(QuillbookNamespace)) items.Remove(QuillbookNamespace);
+}
+
 Ref<BuildResult> QBProject::BuildRun::Cancelled() {
   auto result = New<BuildResult>();
   result->Cancelled = true;

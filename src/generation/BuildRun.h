@@ -16,6 +16,11 @@ class QBProject::BuildRun {
  public:
   BuildRun(quillbook::QBProject& project, const Ref<quillbook::BuildProfile>& profile) noexcept
       : mProject(project), mProfile(*profile) {}
+  BuildRun(const BuildRun&) = delete;
+  BuildRun& operator=(const BuildRun&) = delete;
+  /// Takes the project out of a host project that a build without an end leaves behind: the two would keep each other
+  /// alive for good.
+  ~BuildRun();
 
   void Begin();
   bool FindRelatedProject();

@@ -36,6 +36,15 @@ bool IsControlFile(std::string_view extension) {
   return FindIgnoringCase("hhc,hhk,hhp,hxc,hxf,hxt,hxk", extension) != std::string_view::npos;
 }
 
+bool IsFKeyword(std::string_view keyword) noexcept {
+  return keyword.starts_with('!');
+}
+
+/// The mark may stand behind that of an F-keyword; a keyword with both is in neither list.
+bool IsAKeyword(std::string_view keyword) noexcept {
+  return keyword.starts_with('@') || keyword.starts_with("!@");
+}
+
 }  // namespace
 
 void QBNamespaceProvider::INamespaceProvider_StreamContent(Ref<Object>& OutputFile, std::string_view ContentType) {
@@ -107,8 +116,7 @@ void QBNamespaceProvider::AddTopicKeywords(Keywords& Keywords, const quillbook::
   Collection<std::string> seen;
   for (const auto& entry : *topic.Keywords()) {
     const auto& keyword = entry->Keyword();
-    if (keyword.starts_with('!') == FIndex && keyword.starts_with('@') == AIndex)
-      CreateKeyword(Keywords, keyword, target);
+    if (IsFKeyword(keyword) == FIndex && IsAKeyword(keyword) == AIndex) CreateKeyword(Keywords, keyword, target);
     IgnoreFailures([&] { seen.Add(keyword, keyword); });  // a keyword that is there twice
   }
   if (FIndex || AIndex) return;

@@ -17,7 +17,7 @@
 
 namespace quillbook {
 
-XMLDocument ProjectWriter::Document() {
+std::string ProjectWriter::Text() {
   XMLDocument document;
   auto root = document.DocumentElement();
   root.SetName("QBProject");
@@ -28,7 +28,7 @@ XMLDocument ProjectWriter::Document() {
   WriteOtherFiles(root);
   WriteTopics(root);
   WriteCollections(root);
-  return document;
+  return document.ToString();
 }
 
 void ProjectWriter::WriteAttributes(XMLElement root) const {

@@ -1,6 +1,8 @@
 // Writes a project as the text of its file.
 #pragma once
 
+#include <string>
+
 #include "quillbook/frame/services/XMLDocument.h"
 #include "quillbook/project/QBProject.h"
 
@@ -11,7 +13,7 @@ class ProjectWriter {
   explicit ProjectWriter(QBProject& project) : mProject(project) {}
 
   /// The whole file.
-  [[nodiscard]] XMLDocument Document();
+  [[nodiscard]] std::string Text();
 
  private:
   void WriteAttributes(XMLElement root) const;

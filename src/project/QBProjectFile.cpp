@@ -120,7 +120,7 @@ bool QBProject::LoadXMLDocument(XMLDocument doc, bool Reload) {
 // -------------------------------------------------------------------------------------------------------------
 
 std::string QBProject::Save() {
-  return Procedure(*this, "Save").Run([this] { return ProjectWriter(*this).Document().ToString(); });
+  return Procedure(*this, "Save").Run([this] { return ProjectWriter(*this).Text(); });
 }
 
 bool QBProject::SaveToDisk(bool CheckForNewOrDeletedSSItems) {
@@ -156,8 +156,7 @@ bool QBProject::OpenForSaving(FileSystemObject& file) {
 
 bool QBProject::WriteTo(FileSystemObject& file) {
   return IgnoreFailures([&] {
-    ProjectWriter(*this).Document().WriteTo([&](std::string_view part) { file.WriteText(part); });
-    file.WriteLine("");
+    file.WriteLine(ProjectWriter(*this).Text());
     file.Close();
   });
 }
