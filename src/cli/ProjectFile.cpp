@@ -60,9 +60,7 @@ std::string AbsoluteNativePath(const std::string& path) {
 }
 
 std::string NativePath(std::string_view path) {
-  auto native = path.empty() ? std::string() : New<FileSystemObject>(path)->NativePath();
-  while (native.size() > 1 && native.back() == '/') native.pop_back();
-  return native;
+  return path.empty() ? std::string() : New<FileSystemObject>(path)->NativePath();
 }
 
 }  // namespace quillbook::cli

@@ -11,6 +11,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <vector>
 
 #include "quillbook/base/Failure.h"
 #include "quillbook/base/Text.h"
@@ -78,9 +79,30 @@ std::string FindProgram(const std::string& name) {
   return {};
 }
 
+std::vector<std::string> SplitCommandLine(std::string_view line) {
+  std::vector<std::string> parameters;
+  bool quoted = false;
+  bool inside = false;
+  for (const char c : line) {
+    if (c == ' ' && !quoted) {
+      inside = false;
+      continue;
+    }
+    if (!inside) parameters.emplace_back();
+    inside = true;
+    if (c == '"')
+      quoted = !quoted;
+    else
+      parameters.back() += c;
+  }
+  return parameters;
+}
+
 /// Starts a program that this process needn't wait for: its parent ends at once, so that the system takes it over.
-bool StartDetached(const std::string& program, const std::string& argument) {
-  const char* const arguments[] = {program.c_str(), argument.c_str(), nullptr};
+bool StartDetached(const std::string& program, const std::vector<std::string>& parameters) {
+  std::vector<const char*> arguments{program.c_str()};
+  for (const auto& parameter : parameters) arguments.push_back(parameter.c_str());
+  arguments.push_back(nullptr);
   const auto child = ::fork();
   if (child < 0) return false;
   if (child == 0) {
@@ -89,7 +111,7 @@ bool StartDetached(const std::string& program, const std::string& argument) {
     ::setsid();
     const int nothing = ::open("/dev/null", O_RDWR);
     for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::dup2(nothing, standard);
-    ::execv(program.c_str(), const_cast<char* const*>(arguments));  // execv promises not to change them
+    ::execv(program.c_str(), const_cast<char* const*>(arguments.data()));  // execv promises not to change them
     ::_exit(1);
   }
   int status = 0;
@@ -130,8 +152,13 @@ int LinuxDesktop::OpenWithViewer(const std::string& target) {
   const auto program = FindProgram(mOpener);
   if (program.empty()) return NoViewer;
   // A name that begins with "-" would be taken for an option.
-  const bool started = StartDetached(program, target.starts_with('-') ? "./" + target : target);
+  const bool started = StartDetached(program, {target.starts_with('-') ? "./" + target : target});
   return started ? Opened : NoViewer;
+}
+
+int LinuxDesktop::StartProgram(const std::string& program, const std::string& parameters) {
+  const auto path = FindProgram(program);
+  return !path.empty() && StartDetached(path, SplitCommandLine(parameters)) ? Opened : NoViewer;
 }
 
 int LinuxDesktop::RegisterClipboardFormat(std::string_view Name) {

@@ -25,9 +25,9 @@ class Desktop {
   /// Hands a file (native path) or URL to the program that views it and doesn't wait for it. `NoViewer` if there is
   /// none.
   virtual int OpenWithViewer(const std::string& target) = 0;
-  /// Starts a program by its name, with the parameters as one command line, and doesn't wait for it. `NoViewer` if
-  /// there is no such program, as here where a desktop starts none.
-  virtual int StartProgram(const std::string& /*program*/, const std::string& /*parameters*/) { return NoViewer; }
+  /// Starts a program and doesn't wait for it. `parameters` is a command line: parameters stand between blanks, and
+  /// double quotes hold one together that has blanks of its own. `NoViewer` if there is no such program.
+  virtual int StartProgram(const std::string& program, const std::string& parameters) = 0;
   /// The number of a clipboard format in this process: the same for the same name, ignoring case.
   [[nodiscard]] virtual int RegisterClipboardFormat(std::string_view Name) = 0;
 };

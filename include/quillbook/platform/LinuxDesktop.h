@@ -18,6 +18,7 @@ class LinuxDesktop final : public Desktop {
   [[nodiscard]] std::string UserName() const override;
   [[nodiscard]] std::string TemporaryFolder() const override;
   int OpenWithViewer(const std::string& target) override;
+  int StartProgram(const std::string& program, const std::string& parameters) override;
   [[nodiscard]] int RegisterClipboardFormat(std::string_view Name) override;
 
   /// `$HOME`, or the home folder of the account.

@@ -82,6 +82,21 @@ TEST(LinuxDesktop, OpenWithViewer_HandsTheTargetOver) {
   EXPECT_EQ(folder.Read("seen"), "./-a file; rm.html");
 }
 
+TEST(LinuxDesktop, StartProgram_WithoutTheProgramIsNoViewer) {
+  EXPECT_EQ(LinuxDesktop().StartProgram("no-such-program-here", "/x"), Desktop::NoViewer);
+}
+
+TEST(LinuxDesktop, StartProgram_SplitsItsParameters) {
+  const support::TemporaryFolder folder;
+  folder.Write("program", "#!/bin/sh\nprintf '<%s>' \"$@\" > \"" + (folder / "seen.part") + "\"\nmv \"" +
+                              (folder / "seen.part") + "\" \"" + (folder / "seen") + "\"\n");
+  ::chmod((folder / "program").c_str(), 0755);
+  const EnvironmentOverride path("PATH", folder.Path() + ":/usr/bin:/bin");
+  EXPECT_EQ(LinuxDesktop().StartProgram("program", "/helpcol  \"ms-help://My Help\" a\"b c\"d \"\""), Desktop::Opened);
+  for (int i = 0; i < 500 && !folder.Has("seen"); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  EXPECT_EQ(folder.Read("seen"), "</helpcol><ms-help://My Help><ab cd><>");
+}
+
 TEST(LinuxDesktop, ClipboardFormatsHaveStableNumbers) {
   LinuxDesktop desktop;
   const int data = desktop.RegisterClipboardFormat("#Quillbook.Data#");
