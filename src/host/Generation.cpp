@@ -45,7 +45,6 @@ bool Generation::WritePages() {
 }
 
 bool Generation::CopySupportFiles() {
-  mProject.SetCurrentPage({});
   return mOutput.CopySupportFiles(*mTemplate);
 }
 

@@ -1,8 +1,6 @@
 // What members report to their project, and what the project makes of it.
 #include <utility>
 
-#include "project/NodeWalk.h"
-#include "quillbook/base/Text.h"
 #include "quillbook/config/BuildProfiles.h"
 #include "quillbook/frame/Procedure.h"
 #include "quillbook/frame/services/FileSystemObject.h"
@@ -184,12 +182,10 @@ void QBProject::FireQBNodeRemoved(const Ref<quillbook::QBNode>& QBNode) {
 }
 
 void QBProject::MakeNodesPlain(const quillbook::Topic& topic) {
-  const auto shown = NodesWhere(*QBNodes, [&topic](const quillbook::QBNode& node) {
-    if (node.QBNodeType() != ntSingleTopic || !EqualsIgnoringCase(node.TopicID(), topic.Key)) return false;
-    const auto current = node.Topic();  // nothing once the topic has left `Topics`
-    return !current || current.get() == &topic;
-  });
-  for (const auto& node : shown) {
+  for (const auto& node : QBNodes->NodesNaming(topic.Key)) {
+    if (node->QBNodeType() != ntSingleTopic) continue;
+    const auto current = node->Topic();  // nothing once the topic has left `Topics`
+    if (current && current.get() != &topic) continue;
     node->SetCaptionText(topic.ContentsTitle());
     node->SetQBNodeType(ntStandard);
   }

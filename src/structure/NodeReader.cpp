@@ -10,6 +10,7 @@
 #include "quillbook/project/QBProject.h"
 #include "quillbook/structure/QBNodes.h"
 #include "structure/NodeWalk.h"
+#include "structure/TopicNodeIndex.h"
 
 namespace quillbook {
 
@@ -99,6 +100,7 @@ void NodeReader::ReadAttributes(QBNode& node, const XMLElement& e) {
   node.mIcon = LongFromText(attributes.Item("i").Value());
   node.mSubContentsFileName = attributes.Item("cfn").Value();
   node.mTopicID = attributes.Item("tid").Value();
+  TopicNodeIndex::NoteGrowth();
   node.mStandardURL = attributes.Item("url").Value();
   if (node.mTopicID.empty() && node.mQBNodeType == ntSingleTopic) node.mQBNodeType = ntStandard;
 }
@@ -114,33 +116,32 @@ void NodeReader::TakeIn(const Ref<QBNode>& parent, const Ref<QBNode>& child) {
   if (IsKnownInProject(child->Key)) child->Key = modMain::CreateGUID();
   parent->ChildNodes->Add(child, child->Key);
   // Only the children of the first node can come into the project's tree; all others hang from nodes still outside.
-  if (mRootIsInProject && parent == mRoot) {
-    mProjectKeys.insert(FoldCase(child->Key));
-    NoteKeys(*child->ChildNodes);
-  }
+  if (!mRootIsInProject || parent != mRoot) return;
+  mProjectKeys.insert(FoldedHash(child->Key));
+  NoteKeys(*child->ChildNodes);
+  NodeWalk walk(*child->ChildNodes);
+  while (const auto node = walk.Next()) NoteKeys(*node->ChildNodes);
 }
 
 bool NodeReader::IsKnownInProject(std::string_view key) {
   if (!mProjectKeysNoted) NoteProjectKeys();
-  return mProjectKeys.contains(FoldCase(key));
+  return mProjectKeys.contains(FoldedHash(key));
 }
 
 void NodeReader::NoteProjectKeys() {
   const auto top = mRoot->QBNodes()->QBProject()->QBNodes;
   NoteKeys(*top);
   NodeWalk walk(*top);
-  while (const auto node = walk.Next()) mRootIsInProject = mRootIsInProject || node == mRoot;
+  while (const auto node = walk.Next()) {
+    NoteKeys(*node->ChildNodes);
+    if (node == mRoot) mRootIsInProject = true;
+  }
   mProjectKeysNoted = true;
 }
 
-void NodeReader::NoteKeys(const QBNodes& nodes) {
-  const auto note = [&](const QBNodes& level) {
-    for (std::size_t position = 1; position <= level.Count(); ++position)
-      if (const auto& key = level.KeyAt(position); !key.empty()) mProjectKeys.insert(FoldCase(key));
-  };
-  note(nodes);
-  NodeWalk walk(nodes);
-  while (const auto node = walk.Next()) note(*node->ChildNodes);
+void NodeReader::NoteKeys(const QBNodes& level) {
+  for (std::size_t position = 1; position <= level.Count(); ++position)
+    if (const auto& key = level.KeyAt(position); !key.empty()) mProjectKeys.insert(FoldedHash(key));
 }
 
 }  // namespace quillbook

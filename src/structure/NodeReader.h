@@ -1,6 +1,7 @@
 // Reads stored nodes with their subtrees.
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <string_view>
 #include <unordered_set>
@@ -45,12 +46,13 @@ class NodeReader {
   void TakeIn(const Ref<QBNode>& parent, const Ref<QBNode>& child);
   [[nodiscard]] bool IsKnownInProject(std::string_view key);
   void NoteProjectKeys();
-  void NoteKeys(const QBNodes& nodes);
+  void NoteKeys(const QBNodes& level);
 
   Ref<QBNode> mRoot;
   std::deque<Level> mLevels;  ///< a deque, since iterators point into their level
-  /// Case-folded keys of the project's whole tree, kept up while nodes are added to it; filled at first need.
-  std::unordered_set<std::string> mProjectKeys;
+  /// Hashes of the case-folded keys of the project's whole tree, kept up while nodes are added to it; filled at first
+  /// need. A key that only shares another's hash would be renewed too, which harms nobody.
+  std::unordered_set<std::uint64_t> mProjectKeys;
   bool mProjectKeysNoted = false;
   bool mRootIsInProject = false;
 };

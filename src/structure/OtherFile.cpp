@@ -60,10 +60,22 @@ std::string OtherFile::LocalSpec() const {
 }
 
 std::string OtherFile::RelativeFileName() const {
-  return Procedure(*this, "RelativeFileName").Run([&] {
-    const BaseScope base(Filename, QBProject()->Filename);
-    return Filename->RelativeName();
-  });
+  return Procedure(*this, "RelativeFileName").Run([&] { return CachedRelativeName(); });
+}
+
+const std::string& OtherFile::CachedRelativeName() const {
+  const auto base = QBProject()->Filename;
+  auto& cache = mRelativeName;
+  if (Filename->RelativeTo() || cache.file != Filename->GivenName() || cache.base != base->GivenName()) {
+    const BaseScope scope(Filename, base);
+    cache = {Filename->GivenName(), base->GivenName(), Filename->RelativeName()};
+  }
+  return cache.relative;
+}
+
+bool OtherFile::IsAt(std::string_view path) const {
+  if (Filename->RelativeTo()) return EqualsIgnoringCase(Filename->FullName(), path);
+  return EqualsIgnoringCase(Filename->GivenName(), path);
 }
 
 bool OtherFile::IsImage() const {

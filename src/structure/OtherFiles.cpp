@@ -23,7 +23,8 @@ Ref<OtherFile> OtherFiles::Item(KeyOrPosition Key) const {
 
 bool OtherFiles::Exists(std::string_view Filename) const {
   return Procedure(*this, "Exists", [&](auto& p) { p("Filename", Filename); }).Run([&] {
-    return static_cast<bool>(FirstByPath(Filename));
+    const auto* file = mCol.Find(Filename);  // nearly all stand under their path
+    return (file && (*file)->IsAt(Filename)) || FirstByPath(Filename);
   });
 }
 
@@ -38,7 +39,7 @@ Ref<OtherFile> OtherFiles::ItemByRelativeFileName(std::string_view RelativeFileN
 
 Ref<OtherFile> OtherFiles::FirstByPath(std::string_view path) const {
   for (const auto& file : mCol)
-    if (EqualsIgnoringCase(file->Filename->FullName(), path)) return file;
+    if (file->IsAt(path)) return file;
   return {};
 }
 

@@ -9,6 +9,7 @@
 #include "quillbook/topics/Topics.h"
 #include "structure/NodeReader.h"
 #include "structure/NodeWriter.h"
+#include "structure/TopicNodeIndex.h"
 
 namespace quillbook {
 
@@ -88,6 +89,7 @@ void QBNode::SetTopicID(std::string_view value) {
   Procedure(*this, "TopicID", [&](auto& p) { p("RHS", value); }).Run([&] {
     if (value == mTopicID) return;
     mTopicID = value;
+    TopicNodeIndex::NoteGrowth();
     Changed();
   });
 }

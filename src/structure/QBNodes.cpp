@@ -9,8 +9,13 @@
 #include "structure/ElementFile.h"
 #include "structure/NodeWalk.h"
 #include "structure/NodeWriter.h"
+#include "structure/TopicNodeIndex.h"
 
 namespace quillbook {
+
+QBNodes::QBNodes() = default;
+
+QBNodes::~QBNodes() = default;
 
 void QBNodes::SetDirty(bool value) {
   Procedure(*this, "Dirty", [&](auto& p) { p("RHS", value); }).Run([&] {
@@ -49,6 +54,7 @@ void QBNodes::Add(const Ref<QBNode>& Item, std::string_view Key, KeyOrPosition B
       IgnoreFailures([&] { AddMember(Item, Key, Before, After); });
     else
       AddMember(Item, Key, Before, After);
+    TopicNodeIndex::NoteGrowth();
     SetDirty(true);
   });
 }
@@ -79,26 +85,43 @@ void QBNodes::MemberRemoved(const Ref<QBNode>& member) {
 
 Ref<QBNodes> QBNodes::AllNodes(Ref<QBNodes> col) {
   return Procedure(*this, "AllNodes", [&](auto& p) { p("col", col); }).Run([&] {
-    if (!col) col = New<QBNodes>();
+    const bool isNew = !col;
+    if (isNew) col = New<QBNodes>();
     NodeWalk walk(*this);
-    while (const auto node = walk.Next()) col->Add(node, node->Key);
+    while (const auto node = walk.Next()) col->Collect(node, isNew);
     return col;
   });
 }
 
 Ref<QBNodes> QBNodes::NodesForTopic(const Ref<Topic>& T, Ref<QBNodes> col) {
-  return Procedure(*this, "NodesForTopic",
-                   [&](auto& p) {
-                     p("T", T);
-                     p("col", col);
-                   })
-      .Run([&] {
-        if (!col) col = New<QBNodes>();
-        NodeWalk walk(*this);
-        while (const auto node = walk.Next())
-          if (node->TopicID() == T->Key) col->Add(node, node->Key);
-        return col;
-      });
+  const auto describe = [&](auto& p) {
+    p("T", T);
+    p("col", col);
+  };
+  return Procedure(*this, "NodesForTopic", describe).Run([&] {
+    const bool isNew = !col;
+    if (isNew) col = New<QBNodes>();
+    for (const auto& node : NodesNaming(T->Key))
+      if (node->TopicID() == T->Key) col->Collect(node, isNew);
+    return col;
+  });
+}
+
+void QBNodes::Collect(const Ref<QBNode>& node, bool isNew) {
+  if (!isNew) return Add(node, node->Key);
+  // A list that nobody else has yet is no part of any tree, so this is no growth.
+  if (node->Key.empty() || !mCol.Contains(node->Key)) AddMember(node, node->Key, {}, {});
+  mDirty = true;
+}
+
+bool QBNodes::Holds(const QBNode& node) const {
+  const auto* member = mCol.Find(node.Key);
+  return (member && member->get() == &node) || PositionOfObject(&node) != 0;
+}
+
+std::vector<Ref<QBNode>> QBNodes::NodesNaming(std::string_view topicID) const {
+  if (!mTopicNodes) mTopicNodes = std::make_unique<TopicNodeIndex>(*this);
+  return mTopicNodes->Nodes(topicID);
 }
 
 std::string QBNodes::LocalSpec() const {
@@ -114,6 +137,7 @@ bool QBNodes::ReadOnly() const {
 void QBNodes::Load(XMLElement e) {
   Procedure(*this, "Load", [&](auto& p) { p("e", e); }).Run([&] {
     mCol.Clear();
+    TopicNodeIndex::NoteGrowth();
     if (ElementFile::UsedBy(QBProject())) e = ElementFile(LocalSpec()).Read();
     for (const auto& child : e.ChildElements()) {
       const auto node = New<QBNode>();

@@ -54,6 +54,8 @@ class OtherFile final : public LibraryObject {
 
   // Library-internal
 
+  /// True if the full path equals `path` ignoring case.
+  [[nodiscard]] bool IsAt(std::string_view path) const;
   /// Reads the record. `FileName` is mandatory; an absent `CaptureInfo` or `IncludeInOutput` keeps its value.
   void Load(XMLElement e);
   void Save(XMLElement e);
@@ -62,10 +64,19 @@ class OtherFile final : public LibraryObject {
   [[nodiscard]] const TypeInfo& Type() const override { return StaticType(); }
 
  private:
+  /// A relative name, with the names that it was worked out from.
+  struct RelativeName {
+    std::string file;
+    std::string base;
+    std::string relative;
+  };
+  [[nodiscard]] const std::string& CachedRelativeName() const;
+
   bool mIncludeInOutput = true;
   std::string mCaptureInfo;
   WeakReference<quillbook::QBProject> mQBProject;
   bool mNewFlag = true;
+  mutable RelativeName mRelativeName;  ///< templates ask for it page after page
 };
 
 }  // namespace quillbook

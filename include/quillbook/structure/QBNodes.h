@@ -1,14 +1,18 @@
 // One level of the table of contents.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "quillbook/base/Event.h"
 #include "quillbook/frame/MemberCollection.h"
 #include "quillbook/structure/QBNode.h"
 
 namespace quillbook {
+
+class TopicNodeIndex;
 
 /// Source interface of `QBNodes`. Nothing raises these events; changes are told through the project.
 struct QBNodesEvents {
@@ -20,6 +24,9 @@ struct QBNodesEvents {
 /// The nodes of one level, in the order of the table of contents, keyed by `QBNode::Key`.
 class QBNodes final : public MemberCollection<QBNode> {
  public:
+  QBNodes();
+  ~QBNodes() override;
+
   QBNodesEvents Events;
 
   bool PauseEvents = false;
@@ -59,6 +66,11 @@ class QBNodes final : public MemberCollection<QBNode> {
   void Save(XMLElement e);
   /// The node at a position of this level, from 1. Failure 9 if there is none.
   [[nodiscard]] const Ref<QBNode>& At(std::size_t position) const { return mCol.Item(position); }
+  /// True if this very node stands on this level.
+  [[nodiscard]] bool Holds(const QBNode& node) const;
+  /// The nodes of the subtree whose `TopicID` equals `topicID` ignoring case, in the order of the contents. Asked
+  /// repeatedly, it takes constant time as long as no node and no topic is added.
+  [[nodiscard]] std::vector<Ref<QBNode>> NodesNaming(std::string_view topicID) const;
   /// The key under which the node at a position stands; empty for none.
   [[nodiscard]] const std::string& KeyAt(std::size_t position) const { return mCol.KeyAt(position); }
 
@@ -69,8 +81,12 @@ class QBNodes final : public MemberCollection<QBNode> {
   void MemberRemoved(const Ref<QBNode>& member) override;
 
  private:
+  /// Adds a node to the result of a search, which may be a new list.
+  void Collect(const Ref<QBNode>& node, bool isNew);
+
   bool mDirty = false;
   WeakReference<quillbook::QBProject> mQBProject;
+  mutable std::unique_ptr<TopicNodeIndex> mTopicNodes;  ///< made by the first question
 };
 
 }  // namespace quillbook

@@ -35,6 +35,8 @@ class FileSystemObject final : public Object {
   /// The whole path; with a base in `RelativeTo` the absolute path against that base.
   [[nodiscard]] std::string FullName() const;
   void SetFullName(std::string_view FullName);
+  /// The path as it was given, without regard to a base.
+  [[nodiscard]] const std::string& GivenName() const noexcept { return mFullName; }
   /// The folder alone, ending in "\"; empty for a name without folder. Writing it makes the object stand for a folder.
   [[nodiscard]] std::string Path() const;
   void SetPath(std::string_view Path);
