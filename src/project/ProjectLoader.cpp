@@ -262,7 +262,7 @@ void ProjectLoader::ConvertNumberedKeys() {
   RenewTopicKeys();
   // The collections are filed under the old keys, so the project is rebuilt from its own text.
   XMLDocument converted;
-  converted.LoadXML(ProjectWriter(mProject).Text());
+  converted.LoadXML(ProjectWriter(mProject).Document().ToString());
   ProjectLoader(mProject, false).Run(std::move(converted));
   mProject.mLoading = true;
 }

@@ -17,7 +17,7 @@
 
 namespace quillbook {
 
-std::string ProjectWriter::Text() {
+XMLDocument ProjectWriter::Document() {
   XMLDocument document;
   auto root = document.DocumentElement();
   root.SetName("QBProject");
@@ -28,7 +28,7 @@ std::string ProjectWriter::Text() {
   WriteOtherFiles(root);
   WriteTopics(root);
   WriteCollections(root);
-  return document.ToString();
+  return document;
 }
 
 void ProjectWriter::WriteAttributes(XMLElement root) const {

@@ -1,8 +1,6 @@
 // Writes a project as the text of its file.
 #pragma once
 
-#include <string>
-
 #include "quillbook/frame/services/XMLDocument.h"
 #include "quillbook/project/QBProject.h"
 
@@ -13,7 +11,7 @@ class ProjectWriter {
   explicit ProjectWriter(QBProject& project) : mProject(project) {}
 
   /// The whole file.
-  [[nodiscard]] std::string Text();
+  [[nodiscard]] XMLDocument Document();
 
  private:
   void WriteAttributes(XMLElement root) const;

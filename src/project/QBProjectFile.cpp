@@ -120,7 +120,7 @@ bool QBProject::LoadXMLDocument(XMLDocument doc, bool Reload) {
 // -------------------------------------------------------------------------------------------------------------
 
 std::string QBProject::Save() {
-  return Procedure(*this, "Save").Run([this] { return ProjectWriter(*this).Text(); });
+  return Procedure(*this, "Save").Run([this] { return ProjectWriter(*this).Document().ToString(); });
 }
 
 bool QBProject::SaveToDisk(bool CheckForNewOrDeletedSSItems) {
@@ -156,7 +156,8 @@ bool QBProject::OpenForSaving(FileSystemObject& file) {
 
 bool QBProject::WriteTo(FileSystemObject& file) {
   return IgnoreFailures([&] {
-    file.WriteLine(ProjectWriter(*this).Text());
+    ProjectWriter(*this).Document().WriteTo([&](std::string_view part) { file.WriteText(part); });
+    file.WriteLine("");
     file.Close();
   });
 }

@@ -254,7 +254,7 @@ class Topic final : public LibraryObject {
   mutable Ref<quillbook::TopicLinks> mTopicLinks;
   mutable Connection mTopicLinksAdded;
   mutable Connection mTopicLinksRemoved;
-  bool mTopicLinksLoaded = false;     ///< the list counts as made by a load, which leaves it without its topic
+  bool mTopicLinksLoaded = false;   ///< the list counts as made by a load, which leaves it without its topic
   std::vector<TopicPlace> mPlaces;  ///< in indexed lists, to be told of a new name
 };
 
