@@ -58,8 +58,9 @@ Descriptor OpenNewFile(const std::string& folder, std::string_view prefix, std::
 
 std::string TemporaryPrefix(const std::string& path) {
   constexpr std::size_t longestName = 200;  // names end at 255 bytes, and the rest of the new name needs some of them
-  const auto name = path.substr(path.find_last_of('/') + 1);
-  return "." + name.substr(0, longestName) + ".";
+  const auto name = path.find_last_of('/') + 1;
+  std::string prefix(".");
+  return prefix.append(path, name, longestName) += '.';
 }
 
 void KeepOwnerAndMode(const Descriptor& file, const std::string& old) {

@@ -35,11 +35,13 @@ std::string DecodeText(std::string bytes) {
   if (view.starts_with(bigStart)) return FromUtf16Bytes(view, true);
   if (view.starts_with("\xEF\xBB\xBF")) {
     bytes.erase(0, 3);
-    return IsValidUtf8(bytes) ? bytes : DecodeCodePage(bytes, CodePageUtf8);
+    if (!IsValidUtf8(bytes)) return DecodeCodePage(bytes, CodePageUtf8);
+    return bytes;
   }
   const int declared = DeclaredCodePage(view);
   if (declared != 0 && declared != CodePageUtf8) return DecodeCodePage(view, declared);
-  return IsValidUtf8(view) ? bytes : DecodeCodePage(view, CodePageWindows1252);
+  if (!IsValidUtf8(view)) return DecodeCodePage(view, CodePageWindows1252);
+  return bytes;
 }
 
 }  // namespace quillbook::detail
