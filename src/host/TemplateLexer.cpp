@@ -1,7 +1,5 @@
 #include "host/TemplateLexer.h"
 
-#include <string.h>  // memmem
-
 namespace quillbook::detail {
 
 namespace {
@@ -24,9 +22,10 @@ std::string_view CutSpaceBehind(std::string_view text) noexcept {
 }  // namespace
 
 std::size_t FindDelimiter(std::string_view text, std::size_t from) noexcept {
-  if (from >= text.size()) return std::string_view::npos;
-  const auto* found = static_cast<const char*>(::memmem(text.data() + from, text.size() - from, "%%", 2));
-  return found ? static_cast<std::size_t>(found - text.data()) : std::string_view::npos;
+  // Single percent signs are rare, and looking for one byte is several times as fast as looking for two.
+  for (auto at = text.find('%', from); at != std::string_view::npos; at = text.find('%', at + 1))
+    if (at + 1 < text.size() && text[at + 1] == '%') return at;
+  return std::string_view::npos;
 }
 
 bool TemplateLexer::Next(TemplateTag& tag) {

@@ -1,6 +1,5 @@
 #include "Toy.h"
 
-#include <gtest/gtest.h>
 #include <stdlib.h>
 
 #include <algorithm>
@@ -174,7 +173,7 @@ Registration::Registration(std::vector<std::string>* calls) {
 }
 
 Folder::Folder() {
-  auto pattern = testing::TempDir() + "quillbook-host-XXXXXX";
+  auto pattern = (std::filesystem::temp_directory_path() / "quillbook-host-XXXXXX").string();
   if (!::mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
   mPath = pattern + "/";
 }
