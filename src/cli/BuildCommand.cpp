@@ -45,6 +45,10 @@ struct Outcome {
   int exitCode = BadInput;
 };
 
+std::string Counted(std::size_t count, std::string_view noun) {
+  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+}
+
 /// One run of the command: each step sets what the next one needs, or ends the run with an error in the journal.
 class Builder {
  public:
@@ -87,7 +91,9 @@ class Builder {
 
 int Builder::Run() {
   const auto start = Clock::now();
+  mAnswers->TakeFailuresAsWarnings(true);
   mProject = OpenProject(mOptions.project, mJournal);
+  mAnswers->TakeFailuresAsWarnings(false);
   if (mProject && ChooseTemplate() && ChooseProfile()) {
     ChooseOutputFolder();
     Build();
@@ -184,7 +190,7 @@ void Builder::Note(const BuildNote& note) {
 void Builder::CountFile() {
   const auto& page = mHost->CurrentPage();
   ++(page.empty() ? mOutcome.files : mOutcome.pages);
-  if (!page.empty()) mJournal.Screen().Progress(fmt::format("{} pages: {}", mOutcome.pages, page));
+  if (!page.empty()) mJournal.Screen().Progress(fmt::format("{}: {}", Counted(mOutcome.pages, "page"), page));
   CancelIfAsked();
 }
 
@@ -205,8 +211,8 @@ void Builder::CountOtherFiles() {
 bool Builder::Report() {
   if (mOptions.json) return PrintOutput(JsonReport());
   if (mOptions.quiet || mOutcome.exitCode > Findings) return true;
-  return PrintOutput(
-      fmt::format("Built {} pages and {} files in {}\n", mOutcome.pages, mOutcome.files, mOutcome.outputDirectory));
+  return PrintOutput(fmt::format("Built {} and {} in {}\n", Counted(mOutcome.pages, "page"),
+                                 Counted(mOutcome.files, "file"), mOutcome.outputDirectory));
 }
 
 std::string Builder::JsonReport() const {

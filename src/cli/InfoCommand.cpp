@@ -106,8 +106,10 @@ std::string TextReport(const std::string& file, QBProject& project, const std::v
 }  // namespace
 
 int RunInfo(const InfoOptions& options) {
-  Journal journal(options.quiet);
-  const PlatformOverride<MessageBox> answers(std::make_shared<Answers>(journal, options.project, false));
+  Journal journal(true);  // what reading finds is listed among the problems
+  const auto answers = std::make_shared<Answers>(journal, "", false);
+  answers->TakeFailuresAsWarnings(true);
+  const PlatformOverride<MessageBox> messages(answers);
   const Root root;
   const auto file = AbsoluteNativePath(options.project);
   const auto project = OpenProject(options.project, journal);

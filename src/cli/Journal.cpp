@@ -39,7 +39,7 @@ std::string_view RemedyFor(FailureNumber number) {
     case FailureNumber::BadFileName: return "check the path";
     case FailureNumber::DeviceError: return "check the disk";
     case FailureNumber::OutOfStackSpace: return "make the nesting less deep";
-    default: return "check the record that the message names";
+    default: return "report this as a fault of Quillbook";
   }
 }
 
@@ -65,7 +65,7 @@ void Journal::Warning(std::string_view code, std::string_view what) {
 }
 
 Answers::Answers(Journal& journal, std::string subject, bool yes)
-    : mJournal(journal), mSubject(std::move(subject)), mYes(yes) {}
+    : mJournal(journal), mSubject(subject.empty() ? std::move(subject) : subject + ": "), mYes(yes) {}
 
 int Answers::Show(std::string_view Prompt, int Buttons, std::string_view Title) {
   if (Title == "Application Error") {
@@ -74,17 +74,19 @@ int Answers::Show(std::string_view Prompt, int Buttons, std::string_view Title) 
   }
   if ((Buttons & kButtonsMask) != OkOnly) return AnswerQuestion(Prompt, Buttons, Title);
   // A question that was answered by no has been told already; what follows from it is no news.
-  if (!mRefused) mJournal.Error("build.notice", fmt::format("{}: {}", mSubject, Prompt));
+  if (!mRefused) mJournal.Error("build.notice", mSubject + std::string(Prompt));
   return Ok;
 }
 
 void Answers::ReportFailure(std::string_view report) {
   const auto& failure = fltnVariables();
-  const auto number = static_cast<FailureNumber>(failure.fltnErrorNumber);
-  mJournal.Error("failure." + std::to_string(failure.fltnErrorNumber),
-                 fmt::format("{}: {} ({}.{})", mSubject, failure.fltnErrorDescription, LineOf(report, "Module: "),
-                             LineOf(report, "Procedure: ")),
-                 RemedyFor(number));
+  const auto code = fmt::format("failure.{}", failure.fltnErrorNumber);
+  const auto what = fmt::format("{}{} ({}.{})", mSubject, failure.fltnErrorDescription, LineOf(report, "Module: "),
+                                LineOf(report, "Procedure: "));
+  if (mFailuresAreWarnings)
+    mJournal.Warning(code, what);
+  else
+    mJournal.Error(code, what, RemedyFor(static_cast<FailureNumber>(failure.fltnErrorNumber)));
 }
 
 int Answers::AnswerQuestion(std::string_view Prompt, int Buttons, std::string_view Title) {
@@ -94,7 +96,7 @@ int Answers::AnswerQuestion(std::string_view Prompt, int Buttons, std::string_vi
     return ConsoleMessageBox().Show(OneLine(Prompt), Buttons, Title);
   }
   mRefused = true;
-  mJournal.Error("build.question", fmt::format("{}: there is nobody to answer: {}", mSubject, Prompt),
+  mJournal.Error("build.question", fmt::format("{}there is nobody to answer: {}", mSubject, Prompt),
                  "run it in a terminal, or with --yes");
   return SafeAnswer(Buttons);
 }

@@ -41,9 +41,12 @@ class Journal {
 /// answered by "--yes", by the person at the terminal, or so that nothing is changed.
 class Answers final : public MessageBox {
  public:
-  /// `subject` stands before each message, such as the project file. The journal outlives this object.
+  /// `subject`, such as the project file, stands before each message; it may be empty. The journal outlives this
+  /// object.
   Answers(Journal& journal, std::string subject, bool yes);
 
+  /// Failures in reading single records are warnings: the rest of the project is there.
+  void TakeFailuresAsWarnings(bool value) noexcept { mFailuresAreWarnings = value; }
   /// From now on the output folder is created without asking.
   void AllowCreatingOutputFolder() noexcept { mCreateOutputFolder = true; }
 
@@ -56,6 +59,7 @@ class Answers final : public MessageBox {
   Journal& mJournal;
   std::string mSubject;
   bool mYes;
+  bool mFailuresAreWarnings = false;
   bool mCreateOutputFolder = false;
   bool mRefused = false;
 };

@@ -1,8 +1,8 @@
 #include "cli/Options.h"
 
 #include <CLI/CLI.hpp>
-
 #include <string>
+#include <vector>
 
 #include "cli/ExitCode.h"
 #include "cli/Terminal.h"
@@ -29,8 +29,12 @@ void AddReportOptions(CLI::App& command, bool& quiet, bool& json) {
   command.add_flag("--json", json, "Print one JSON object on standard output");
 }
 
+CLI::App* AddCommand(CLI::App& app, const std::string& name, const std::string& description) {
+  return app.add_subcommand(name, description)->group("Commands")->allow_extras()->footer("");
+}
+
 CLI::App* AddBuild(CLI::App& app, BuildOptions& options) {
-  auto* command = app.add_subcommand("build", "Build a project into a folder of pages");
+  auto* command = AddCommand(app, "build", "Build a project into a folder of pages");
   AddProject(*command, options.project);
   command->add_option("--profile", options.profile, "Build profile; without it, the first")->type_name("NAME|ID");
   command->add_option("--template", options.templateName, "Template instead of the project's own")->type_name("NAME");
@@ -40,7 +44,7 @@ CLI::App* AddBuild(CLI::App& app, BuildOptions& options) {
                    "the project's, or Build/PROFILE beside the project")
       ->type_name("DIR");
   command->add_option("--format", options.format, "What to build: web, the default")
-      ->check(CLI::IsMember({"web"}))
+      ->check(CLI::IsMember({"web"}).description(""))
       ->type_name("FORMAT");
   command->add_flag("--yes", options.yes, "Answer every question with yes");
   AddReportOptions(*command, options.quiet, options.json);
@@ -50,10 +54,29 @@ CLI::App* AddBuild(CLI::App& app, BuildOptions& options) {
 }
 
 CLI::App* AddInfo(CLI::App& app, InfoOptions& options) {
-  auto* command = app.add_subcommand("info", "Tell what a project holds and what is wrong in it");
+  auto* command = AddCommand(app, "info", "Tell what a project holds and what is wrong in it");
   AddProject(*command, options.project);
   AddReportOptions(*command, options.quiet, options.json);
   return command;
+}
+
+void SetUpHelp(CLI::App& app) {
+  const auto formatter = app.get_formatter();
+  formatter->column_width(kOptionColumn);
+  formatter->label("OPTIONS", "options");
+  formatter->label("SUBCOMMAND", "COMMAND");
+  formatter->label("SUBCOMMANDS", "COMMAND");
+  formatter->label("Positionals", "Arguments");
+  formatter->label("REQUIRED", "");
+  app.set_help_flag("-h,--help", "Print this help and exit");
+  app.set_version_flag("--version", "quillbook " + std::string(LibraryVersion()), "Print the version and exit");
+  app.footer("quillbook COMMAND --help tells the options of a command.");
+  app.allow_extras();  // told by us, in the user's order
+}
+
+int WrongUsage(const std::string& what, const std::string& command = {}) {
+  Terminal::PrintError(what, "see quillbook " + (command.empty() ? "" : command + " ") + "--help");
+  return BadInput;
 }
 
 }  // namespace
@@ -62,24 +85,25 @@ Request ParseArguments(int argc, const char* const* argv) {
   BuildOptions build;
   InfoOptions info;
   CLI::App app{"Quillbook turns a help project into help that people read.", "quillbook"};
-  app.get_formatter()->column_width(kOptionColumn);
-  app.get_formatter()->label("OPTIONS", "options");
-  app.set_help_flag("-h,--help", "Print this help and exit");
-  app.set_version_flag("--version", "quillbook " + std::string(LibraryVersion()), "Print the version and exit");
-  app.require_subcommand(1);
-  app.footer("quillbook COMMAND --help tells the options of a command.");
+  SetUpHelp(app);
   const auto* buildCommand = AddBuild(app, build);
   AddInfo(app, info);
 
+  const CLI::App* command = nullptr;
   try {
     app.parse(argc, argv);
+    if (const auto chosen = app.get_subcommands(); !chosen.empty()) command = chosen.front();
   } catch (const CLI::Success& help) {
     return app.exit(help);
   } catch (const CLI::ParseError& error) {
-    Terminal::PrintError(error.what(), "see quillbook --help");
-    return BadInput;
+    const auto chosen = app.get_subcommands();
+    return WrongUsage(error.what(), chosen.empty() ? "" : chosen.front()->get_name());
   }
-  if (buildCommand->parsed()) return build;
+  if (const auto left = app.remaining(); !left.empty()) return WrongUsage("there is no command '" + left.front() + "'");
+  if (!command) return WrongUsage("name a command");
+  if (const auto left = command->remaining(); !left.empty())
+    return WrongUsage(command->get_name() + " takes no '" + left.front() + "'", command->get_name());
+  if (command == buildCommand) return build;
   return info;
 }
 

@@ -60,7 +60,9 @@ std::string AbsoluteNativePath(const std::string& path) {
 }
 
 std::string NativePath(std::string_view path) {
-  return path.empty() ? std::string() : New<FileSystemObject>(path)->NativePath();
+  auto native = path.empty() ? std::string() : New<FileSystemObject>(path)->NativePath();
+  while (native.size() > 1 && native.back() == '/') native.pop_back();
+  return native;
 }
 
 }  // namespace quillbook::cli

@@ -15,7 +15,7 @@ namespace quillbook::cli {
 
 /// Absolute and without "." and "..".
 [[nodiscard]] std::string AbsoluteNativePath(const std::string& path);
-/// A path of the object model as this system writes it; empty for an empty one.
+/// A path of the object model as this system writes it, a folder without "/" at its end; empty for an empty one.
 [[nodiscard]] std::string NativePath(std::string_view path);
 
 }  // namespace quillbook::cli

@@ -45,6 +45,7 @@ bool Generation::WritePages() {
 }
 
 bool Generation::CopySupportFiles() {
+  mProject.SetCurrentPage({});
   return mOutput.CopySupportFiles(*mTemplate);
 }
 
