@@ -80,7 +80,7 @@ def main():
     parser.add_argument("--update", action="store_true")
     parser.add_argument("--keep")
     parser.add_argument("cases", nargs="*")
-    arguments = parser.parse_args()
+    arguments = parser.parse_intermixed_args()
     program = arguments.program.resolve()
     names = arguments.cases or sorted(path.parent.name for path in CASES.glob("*/transcript"))
     failed = []

@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace {
 
-constexpr int kChanges = 60;
+constexpr int kChanges = 200;
 constexpr std::size_t kCuts = 40;
 
 void Try(const std::string& input) {

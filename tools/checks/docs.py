@@ -60,10 +60,9 @@ class CommandLine:
 
     def check(self, line, path, findings):
         words = line.split()
-        at = next((i for i, word in enumerate(words) if word.rpartition("/")[2] == "quillbook"), None)
-        if at is None:
+        if not words or words[0].rpartition("/")[2] != "quillbook":
             return
-        rest = words[at + 1:]
+        rest = words[1:]
         command = rest[0] if rest and re.fullmatch(r"[a-z]+", rest[0]) else ""
         if command not in self.options:
             self.options[command] = self.options_of([command])
