@@ -1,6 +1,5 @@
 #include "EvaluatorCase.h"
 
-#include <fstream>
 #include <stdexcept>
 
 #include "Toy.h"
@@ -92,31 +91,6 @@ std::string EvaluateCase(std::string_view text, std::string_view data) {
   Scene scene;
   for (auto line : Split(data, '\n')) scene.Take(line);
   return scene.Evaluate(text);
-}
-
-std::vector<DocumentedExample> ReadExamples(const std::string& file, std::string_view language) {
-  std::ifstream stream(file);
-  if (!stream) throw std::runtime_error("cannot read " + file);
-  std::vector<DocumentedExample> examples;
-  std::string* block = nullptr;
-  std::string line;
-  for (int number = 1; std::getline(stream, line); ++number) {
-    if (!line.starts_with("```")) {
-      if (block) *block += (block->empty() ? "" : "\n") + line;
-      continue;
-    }
-    const auto fence = line.substr(3);
-    if (block || fence.empty()) {
-      block = nullptr;
-      continue;
-    }
-    if (fence == language) examples.push_back({"", "", "", number});
-    if (examples.empty()) continue;
-    if (fence == language) block = &examples.back().text;
-    if (fence == "data") block = &examples.back().data;
-    if (fence == "result") block = &examples.back().result;
-  }
-  return examples;
 }
 
 }  // namespace quillbook::toy

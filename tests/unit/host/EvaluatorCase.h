@@ -3,7 +3,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace quillbook::toy {
 
@@ -20,17 +19,5 @@ namespace quillbook::toy {
 ///   host.helpprojectfile
 ///   any other name                         what an element of that type yields
 [[nodiscard]] std::string EvaluateCase(std::string_view text, std::string_view data);
-
-/// An example of a page of documentation.
-struct DocumentedExample {
-  std::string text;
-  std::string data;
-  std::string result;
-  int line = 0;
-};
-
-/// The examples of a page in Markdown: a fenced block "template" in `language` ("template"), an optional one "data",
-/// and one "result". Data given with an example holds for that one alone.
-[[nodiscard]] std::vector<DocumentedExample> ReadExamples(const std::string& file, std::string_view language);
 
 }  // namespace quillbook::toy

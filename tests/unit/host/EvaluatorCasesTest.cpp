@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "EvaluatorCase.h"
+#include "support/DocumentedExamples.h"
 
 namespace quillbook {
 namespace {
@@ -40,7 +41,7 @@ TEST(EvaluatorCases, EveryFolder_GivesWhatItExpects) {
 }
 
 TEST(EvaluatorCases, EveryDocumentedExample_GivesItsResult) {
-  const auto examples = toy::ReadExamples(QUILLBOOK_SOURCE_DIR "/docs/template-language.md", "template");
+  const auto examples = support::ReadExamples(QUILLBOOK_SOURCE_DIR "/docs/template-language.md", "template");
   ASSERT_GT(examples.size(), 20u);
   for (const auto& example : examples) {
     SCOPED_TRACE("docs/template-language.md:" + std::to_string(example.line));
