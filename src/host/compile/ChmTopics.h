@@ -31,12 +31,16 @@ class ChmTopics {
   /// Number of the page or place (`page.htm` or `page.htm#anchor`), which is entered if it is new. A title given
   /// later wins only over none. `local` and `title` are bytes as they will be stored.
   std::uint32_t Add(std::string_view local, std::uint32_t title = NoTitle);
+  /// Number of the page or place under exactly this title. Where the page has another title already, it gets a
+  /// second entry: contents and index may call one page by several names.
+  std::uint32_t AddTitled(std::string_view local, std::uint32_t title);
   void SetInContents(std::uint32_t topic, std::uint32_t contentsOffset);
 
   [[nodiscard]] std::size_t Count() const noexcept { return mTopics.size(); }
   /// Number of a page that has been entered, else `Count()`.
   [[nodiscard]] std::size_t Find(std::string_view local) const;
   [[nodiscard]] std::uint32_t TitleOf(std::uint32_t topic) const { return mTopics[topic].title; }
+  [[nodiscard]] const std::string& LocalOf(std::uint32_t topic) const { return mTopics[topic].local; }
 
   [[nodiscard]] std::string TopicsBytes() const;
   [[nodiscard]] std::string UrlTableBytes() const;
@@ -49,11 +53,17 @@ class ChmTopics {
     std::uint32_t contentsOffset = 0;
     bool inContents = false;
   };
-  [[nodiscard]] static std::uint32_t UrlTableOffset(std::size_t topic);
+  [[nodiscard]] static std::uint32_t UrlTableOffset(std::size_t row);
+  [[nodiscard]] std::vector<std::uint32_t> UrlTableOrder() const;
   [[nodiscard]] std::vector<std::uint32_t> UrlStringOffsets(std::string* bytes) const;
 
   std::vector<Topic> mTopics;
-  std::unordered_map<std::string, std::uint32_t> mByLocal;  ///< ASCII letters in lower case
+  std::unordered_map<std::string, std::uint32_t> mByLocal;          ///< ASCII letters in lower case
+  std::unordered_map<std::string, std::uint32_t> mByLocalAndTitle;  ///< of the second entries
 };
+
+/// The number by which the viewer looks an address up in #URLTBL; contents and index files have one too. Slashes of
+/// both kinds and ASCII letters of either case are the same. Found out from the tables of published help files.
+[[nodiscard]] std::uint32_t UrlHash(std::string_view local) noexcept;
 
 }  // namespace quillbook::compile

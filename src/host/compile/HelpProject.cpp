@@ -182,7 +182,6 @@ class Reader {
     if (TakeTextOption(key, value) || TakeSwitch(key, value)) return;
     static const std::vector<std::string_view> unused{"compatibility",
                                                       "language",
-                                                      "auto index",
                                                       "auto toc",
                                                       "create chi file",
                                                       "enhanced decompilation",
@@ -232,7 +231,8 @@ class Reader {
     static const std::map<std::string, bool HelpProject::*, std::less<>> switches{
         {"full-text search", &HelpProject::fullTextSearch},
         {"binary toc", &HelpProject::binaryContents},
-        {"binary index", &HelpProject::binaryIndex}};
+        {"binary index", &HelpProject::binaryIndex},
+        {"auto index", &HelpProject::autoIndex}};
     const auto found = switches.find(key);
     if (found == switches.end()) return false;
     mProject.*(found->second) = IsYes(value);
@@ -312,7 +312,7 @@ class Reader {
       }
       const auto [known, added] = taken.emplace(number->second.value, symbol);
       if (added)
-        mProject.contextIds.push_back({number->second.value, alias.text});
+        mProject.contextIds.push_back({number->second.value, alias.text, alias.file, alias.line});
       else
         mMessages.Warning("HC1011",
                           "'" + symbol + "' has the same number as '" + known->second + "' and is passed over",

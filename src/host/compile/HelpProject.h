@@ -34,6 +34,8 @@ struct HelpWindow {
 struct ContextId {
   std::uint32_t number = 0;
   std::string page;
+  std::string file;  ///< that names the page, native path
+  int line = 0;
 };
 
 /// A help project as its file states it. All text is UTF-8; paths are as written.
@@ -48,6 +50,7 @@ struct HelpProject {
   bool fullTextSearch = false;
   bool binaryContents = false;
   bool binaryIndex = true;
+  bool autoIndex = false;  ///< keywords come from objects in pages too
   std::vector<HelpWindow> windows;
   std::vector<NamedFile> files;
   std::vector<std::string> mergedFiles;

@@ -57,10 +57,31 @@ void PutUtf16(std::string& output, std::string_view text) {
   PutWord(output, 0);
 }
 
+/// At most `LongestKeyword` UTF-16 code units, never half a character.
+std::string Shortened(std::string_view text) {
+  if (Utf16Length(text) <= LongestKeyword) return std::string(text);
+  std::size_t at = 0;
+  std::size_t units = 0;
+  while (at < text.size()) {
+    auto next = at;
+    units += NextCodePoint(text, next) > 0xFFFF ? 2 : 1;
+    if (units > LongestKeyword) break;
+    at = next;
+  }
+  return std::string(text.substr(0, at));
+}
+
 std::string JoinedPath(const KeywordEntry& entry) {
   std::string text;
   for (const auto& part : entry.path) text += text.empty() ? part : ", " + part;
-  return text;
+  return Shortened(text);
+}
+
+/// Where in the joined path the last keyword begins.
+std::size_t StartOfLast(const KeywordEntry& entry) {
+  std::size_t start = 0;
+  for (std::size_t i = 0; i + 1 < entry.path.size(); ++i) start += Utf16Length(entry.path[i]) + 2;
+  return std::min(start, LongestKeyword);
 }
 
 /// What a keyword's record begins with in listing and index blocks alike.
@@ -70,11 +91,11 @@ std::string RecordOf(const KeywordEntry& entry, std::size_t& truncated) {
   PutUtf16(record, whole);
   PutWord(record, entry.seeAlso.empty() ? 0 : 2);
   PutWord(record, entry.path.size() - 1);
-  PutDword(record, Utf16Length(whole) - Utf16Length(entry.path.back()));
+  PutDword(record, StartOfLast(entry));
   PutDword(record, 0);
   if (!entry.seeAlso.empty()) {
     PutDword(record, 1);
-    PutUtf16(record, entry.seeAlso);
+    PutUtf16(record, Shortened(entry.seeAlso));
     return record;
   }
   const auto room = (BlockSize - ListingHeader - record.size() - 16) / 4;

@@ -22,12 +22,15 @@ struct KeywordStreams {
   std::string properties;  ///< "Property"
 };
 
+/// A longer keyword, with the keywords above it, may not fit a block of the tree. Compilers of this format cut there.
+inline constexpr std::size_t LongestKeyword = 200;
+
 /// Puts entries in the order of the locale, sub-keywords below their keyword, ignoring case; entries of one path
 /// become one with the targets of both. Keywords that have only sub-keywords are added where they are missing.
 [[nodiscard]] std::vector<KeywordEntry> SortKeywords(std::vector<KeywordEntry> entries, std::uint32_t localeId);
 
 /// Lays out sorted entries. A keyword with more targets than a block of the tree holds keeps the first ones;
-/// `truncated` counts such keywords.
+/// `truncated` counts such keywords. A path longer than `LongestKeyword` characters is cut.
 ///
 /// Source of the format: the public description of the files inside compiled help.
 [[nodiscard]] KeywordStreams BuildKeywordIndex(const std::vector<KeywordEntry>& entries, std::uint32_t codePage,
