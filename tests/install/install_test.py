@@ -53,7 +53,7 @@ def check_installed_program(prefix, source, work):
     moved = work / "moved"
     shutil.rmtree(moved, ignore_errors=True)
     prefix.rename(moved)
-    template = moved / "share/quillbook/configuration/Templates/Quillbook Web/scraps/banner.html"
+    template = moved / "share/quillbook/configuration/Templates/Quillbook Web/scraps/skip.html"
     template.write_text("THE INSTALLED TEMPLATE", encoding="utf-8")
     run(moved / "bin/quillbook", "build", source / "docs/manual/manual.qbp", "--output", work / "manual",
         env=os.environ | {"QUILLBOOK_REGISTRY": str(work)})
