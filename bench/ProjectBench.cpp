@@ -35,8 +35,7 @@ void NoteSize(benchmark::State& state, const std::filesystem::path& path) {
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(std::filesystem::file_size(path)));
 }
 
-// ---- Loading and saving
-// -------------------------------------------------------------------------------------------------
+// Loading and saving.
 
 void PugixmlLoad(benchmark::State& state) {
   const auto path = bench::Corpus(state.range(0));
@@ -122,8 +121,7 @@ BENCHMARK(ProjectLoad)->Apply(Sized);
 BENCHMARK(PugixmlSave)->Apply(Sized);
 BENCHMARK(ProjectSave)->Apply(Sized);
 
-// ---- Looking up
-// -----------------------------------------------------------------------------------------------------------
+// Looking up.
 
 constexpr std::int64_t kTopics = 10000;
 

@@ -52,7 +52,7 @@ void BuildProfile::Changed() {
   });
 }
 
-// ---- Settings -------------------------------------------------------------------------------------------------------
+// Settings.
 
 template <class Field, class Value>
 void BuildProfile::Assign(Field& field, Value value, std::string_view name) {
@@ -158,7 +158,7 @@ void BuildProfile::SetDefaultTopic(const Ref<Topic>& value) {
   });
 }
 
-// ---- Overrides ------------------------------------------------------------------------------------------------------
+// Overrides.
 
 void BuildProfile::ClearVariableValues() {
   mVariableValues = New<quillbook::VariableValues>();
@@ -196,7 +196,7 @@ void BuildProfile::Override(quillbook::VariableValues& values, std::string_view 
   }
 }
 
-// ---- Locale ---------------------------------------------------------------------------------------------------------
+// Locale.
 
 void BuildProfile::SetLocaleID(std::int32_t value) {
   Procedure(*this, "LocaleID", [&](auto& p) { p("RHS", value); }).Run([&] {
@@ -221,7 +221,7 @@ std::int32_t BuildProfile::CodePage() const {
   });
 }
 
-// ---- While building -------------------------------------------------------------------------------------------------
+// While building.
 
 std::string BuildProfile::RuntimeProjectTitle() const {
   return Procedure(*this, "RuntimeProjectTitle").Run([&] {

@@ -42,7 +42,7 @@ void QBProject::BuildRun::Begin() {
   modMain::mCacheTopics() = New<Collection<Ref<Object>>>();
 }
 
-// ---- Host project -----------------------------------------------------------------------------------------------
+// Host project.
 
 bool QBProject::BuildRun::HasRelatedProject() const {
   return !mProject.mMVPFileName.empty() && modMain::IsMavenscriptInstalled();
@@ -125,7 +125,7 @@ bool QBProject::BuildRun::IsHelp1() const {
   return mProfile.HTMLHelpVersion() == 1;
 }
 
-// ---- Output -----------------------------------------------------------------------------------------------------
+// Output.
 
 bool QBProject::BuildRun::CheckHelpFile() {
   if (!mProfile.CompileHelpFile()) return true;
@@ -185,7 +185,7 @@ void QBProject::BuildRun::PrepareValues() {
   mProject.mDefaultTopicLayout = mProject.DefaultTopicLayout();
 }
 
-// ---- Generation -------------------------------------------------------------------------------------------------
+// Generation.
 
 BuildStatus QBProject::BuildRun::Generate(bool showBusy, bool showResults) {
   mProject.FireBuildProgress("Generating content");

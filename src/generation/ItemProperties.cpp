@@ -41,7 +41,7 @@ const BuildProfile& Profile(const QBDataProvider& provider) {
   return *provider.QBProject()->CurrentBuildProfile();
 }
 
-// ---- Titles and names ---------------------------------------------------------------------------------------------
+// Titles and names.
 
 std::string ItemTitle(QBDataProvider& provider) {
   if (IsItem(provider, "Manifest") || IsItem(provider, "Keyword") || IsItem(provider, "MenuLink"))
@@ -75,7 +75,7 @@ std::string IndexUrl(QBDataProvider& provider) {
   return ItemMember(provider, "QualifiedName").append(PageExtension);
 }
 
-// ---- Related links --------------------------------------------------------------------------------------------------
+// Related links.
 
 std::string TopicLinkTarget(const TopicLink& link) {
   if (link.TopicLinkType() != rttTopic) return link.URL();
@@ -101,7 +101,7 @@ std::string LinkTitle(QBDataProvider& provider) {
   return "{No Child Topic}";
 }
 
-// ---- Glossary -----------------------------------------------------------------------------------------------------
+// Glossary.
 
 std::string GlossaryLetterName(QBDataProvider& provider) {
   return ItemMember(provider, "Name");
@@ -126,7 +126,7 @@ std::string GlossaryDefinition(QBDataProvider& provider) {
   return ReplaceAll(ReplaceAll(GlossaryRawDefinition(provider), "\"", "&quot;"), "\\", "\\\\");
 }
 
-// ---- Project and build ----------------------------------------------------------------------------------------------
+// Project and build.
 
 std::string ProjectTitle(QBDataProvider& provider) {
   const auto project = provider.QBProject();
@@ -161,7 +161,7 @@ std::string LocaleString(QBDataProvider& provider) {
   return locale ? fmt::format("0x{:X} {}", locale->LocaleID(), locale->Name()) : std::string();
 }
 
-// ---- The table ------------------------------------------------------------------------------------------------------
+// The table.
 
 struct Property {
   std::string_view name;

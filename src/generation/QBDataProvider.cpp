@@ -55,7 +55,7 @@ void QBDataProvider::Reset() {
   });
 }
 
-// ---- The current item -------------------------------------------------------------------------------------------
+// The current item.
 
 void QBDataProvider::SetDataProvider_CurrentRootItem(const Ref<Object>& RootItem) {
   Procedure(*this, "DataProvider_CurrentRootItem", [&](auto& p) { p("RootItem", RootItem); }).Run([&] {
@@ -91,7 +91,7 @@ void QBDataProvider::DataProvider_SetCurrentItem(const Ref<NamespaceDef>& Defini
   mCommonProviderSet = false;
 }
 
-// ---- Other providers --------------------------------------------------------------------------------------------
+// Other providers.
 
 const Ref<CommonProvider>& QBDataProvider::CommonProvider() {
   if (!mCommonProvider) {
@@ -136,7 +136,7 @@ void QBDataProvider::EndGeneration() noexcept {
   mFileFacts.reset();
 }
 
-// ---- Evaluation -------------------------------------------------------------------------------------------------
+// Evaluation.
 
 std::string QBDataProvider::DataProvider_ProvideData(const Ref<TemplateElement>& Element,
                                                      Ref<FileSystemObject>& FileSystemObj) {

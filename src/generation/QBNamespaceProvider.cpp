@@ -127,7 +127,7 @@ Ref<Collection<Ref<Object>>> QBNamespaceProvider::INamespaceProvider_GetModuleIt
   return New<ObjectCollection>();
 }
 
-// ---- Items ----------------------------------------------------------------------------------------------------------
+// Items.
 
 Ref<Object> QBNamespaceProvider::INamespaceProvider_GetItems(const Ref<NamespaceDef>& Definition,
                                                              const Ref<Object>& ParentItem, std::string_view Filter) {
@@ -216,7 +216,7 @@ Ref<Object> QBNamespaceProvider::INamespaceProvider_GetObjectFromQualifiedName(s
       });
 }
 
-// ---- Around a root item -----------------------------------------------------------------------------------------
+// Around a root item.
 
 void QBNamespaceProvider::INamespaceProvider_BeforeProcessRootItem(const Ref<Object>& RootItem) {
   Procedure(*this, "INamespaceProvider_BeforeProcessRootItem", [&](auto& p) { p("RootItem", RootItem); }).Run([&] {
@@ -252,7 +252,7 @@ void QBNamespaceProvider::INamespaceProvider_AfterProcessItem(const Ref<Object>&
   });
 }
 
-// ---- State dump -----------------------------------------------------------------------------------------------------
+// State dump.
 
 Variant QBNamespaceProvider::DumpedTopicMap() const {
   VariantArray array;

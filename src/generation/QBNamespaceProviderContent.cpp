@@ -65,7 +65,7 @@ void QBNamespaceProvider::INamespaceProvider_StreamContent(Ref<Object>& OutputFi
   });
 }
 
-// ---- Files ----------------------------------------------------------------------------------------------------------
+// Files.
 
 void QBNamespaceProvider::INamespaceProvider_ContentCreated(const Ref<NamespaceDef>& Definition,
                                                             const Ref<Object>& Item, std::string_view FileName,
@@ -102,7 +102,7 @@ void QBNamespaceProvider::WriteFileList(FileSystemObject& output) const {
     if (file->IncludeInOutput() && !file->IsTemplateFile()) write(file->RelativeFileName());
 }
 
-// ---- Keywords -------------------------------------------------------------------------------------------------------
+// Keywords.
 
 void QBNamespaceProvider::GetKeywords(Keywords& Keywords, bool FIndex, bool AIndex) {
   const auto project = QBProject();

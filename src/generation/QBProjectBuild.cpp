@@ -82,7 +82,7 @@ void QBProject::CancelBuild() {
   if (mMVProject) mMVProject->Cancel();
 }
 
-// ---- Messages -----------------------------------------------------------------------------------------------------
+// Messages.
 
 std::int32_t QBProject::ShowMessageBox(std::string_view Message, std::int32_t Buttons, std::string_view Title) {
   return Procedure(*this, "ShowMessageBox",
@@ -103,7 +103,7 @@ std::int32_t QBProject::ShowMessageBox(std::string_view Message, std::int32_t Bu
       });
 }
 
-// ---- Files --------------------------------------------------------------------------------------------------------
+// Files.
 
 void QBProject::CopySupportFiles() {
   Procedure(*this, "CopySupportFiles").Run([&] {
@@ -151,7 +151,7 @@ bool QBProject::CopyUntilDone(const FileSystemObject& source, const FileSystemOb
   return true;
 }
 
-// ---- Template -----------------------------------------------------------------------------------------------------
+// Template.
 
 Ref<PageTemplate> QBProject::Template() const {
   return Procedure(*this, "Template").Run([&]() -> Ref<PageTemplate> {
@@ -193,7 +193,7 @@ bool QBProject::HasHelp2BuildProfile() const {
   return HasProfileOfVersion(*BuildProfiles, 2);
 }
 
-// ---- Callbacks of the host ----------------------------------------------------------------------------------------
+// Callbacks of the host.
 
 void QBProject::mMVProject_ContentCreated(std::string_view Filename) {
   Procedure(*this, "mMVProject_ContentCreated", [&](auto& p) { p("Filename", Filename); }).Run([&] {

@@ -1,6 +1,5 @@
 #include "project/ProjectIntegrity.h"
 
-#include "project/NodeWalk.h"
 #include "quillbook/config/BuildProfile.h"
 #include "quillbook/config/BuildProfiles.h"
 #include "quillbook/structure/GlossaryItem.h"
@@ -13,6 +12,7 @@
 #include "quillbook/topics/TopicCategories.h"
 #include "quillbook/topics/TopicCategory.h"
 #include "quillbook/topics/Topics.h"
+#include "structure/NodeWalk.h"
 
 namespace quillbook {
 namespace {

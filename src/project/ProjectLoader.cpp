@@ -5,7 +5,6 @@
 #include <limits>
 #include <unordered_map>
 
-#include "project/NodeWalk.h"
 #include "project/ProjectWriter.h"
 #include "quillbook/base/Text.h"
 #include "quillbook/config/BuildProfile.h"
@@ -25,6 +24,7 @@
 #include "quillbook/topics/TopicLink.h"
 #include "quillbook/topics/TopicLinks.h"
 #include "quillbook/topics/Topics.h"
+#include "structure/NodeWalk.h"
 
 namespace quillbook {
 namespace {
@@ -121,8 +121,7 @@ void ProjectLoader::ReadSections(const XMLElement& root) {
   if (mProject.mTemplateName.empty()) TakeTemplateFromValues();
 }
 
-// ---- First pass: what other records refer to
-// --------------------------------------------------------------------------
+// First pass: what other records refer to.
 
 void ProjectLoader::ReadFirstPass(const XMLElement& root) {
   for (const auto& e : root.ChildElements()) {
@@ -151,8 +150,7 @@ void ProjectLoader::ReadTopic(const XMLElement& e) {
   mProject.Topics->Add(topic, topic->Key);
 }
 
-// ---- Second pass: everything else
-// ---------------------------------------------------------------------------------------
+// Second pass: everything else.
 
 void ProjectLoader::ReadSecondPass(const XMLElement& root) {
   static constexpr std::array<Section, 9> sections = {{
@@ -254,8 +252,7 @@ void ProjectLoader::TakeTemplateFromValues() {
   if (const auto* value = mProject.VariableValues->Find("Template")) mProject.SetTemplateName((*value)->Value);
 }
 
-// ---- Older files
-// ----------------------------------------------------------------------------------------------------------
+// Older files.
 
 void ProjectLoader::ConvertNumberedKeys() {
   RenewKeys();
@@ -306,8 +303,7 @@ void ProjectLoader::MakeDefaultProfile() {
   mProject.BuildProfiles->Add(profile, profile->ID());
 }
 
-// ---- Reload
-// ---------------------------------------------------------------------------------------------------------------
+// Reload.
 
 void ProjectLoader::EndReload() {
   // Taking the topics out is left to the listeners.

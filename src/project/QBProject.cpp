@@ -56,8 +56,7 @@ void QBProject::ConnectSinks() {
   connect(properties.ProjectPropertyRemoved, "mProjectProperties_ProjectPropertyRemoved");
 }
 
-// ---- Properties
-// ---------------------------------------------------------------------------------------------------------
+// Properties.
 
 void QBProject::Changed() {
   if (mLoading) return;
@@ -178,8 +177,7 @@ std::string QBProject::ProjectDataPath() const {
   return Filename->Path() + "ProjectData\\";
 }
 
-// ---- Dirty state and pausing
-// --------------------------------------------------------------------------------------------
+// Dirty state and pausing.
 
 bool QBProject::Dirty() {
   return GlossaryItems()->Dirty() || QBNodes->Dirty() || Tasks->Dirty() || mTopicsDirty || mDirty;

@@ -26,8 +26,7 @@ ProjectLoadResult Result(Outcome outcome, std::string message = {}) {
 
 }  // namespace
 
-// ---- Loading
-// ------------------------------------------------------------------------------------------------------------
+// Loading.
 
 void QBProject::LoadFromFile(std::string_view Filename) {
   InternalLoadFromFile(Filename, false);
@@ -116,8 +115,7 @@ bool QBProject::LoadXMLDocument(XMLDocument doc, bool Reload) {
   });
 }
 
-// ---- Saving
-// -------------------------------------------------------------------------------------------------------------
+// Saving.
 
 std::string QBProject::Save() {
   return Procedure(*this, "Save").Run([this] { return ProjectWriter(*this).Document().ToString(); });

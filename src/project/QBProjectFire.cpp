@@ -40,8 +40,7 @@ void Framed(const QBProject& project, std::string_view procedure, std::string_vi
 
 }  // namespace
 
-// ---- Topics
-// -------------------------------------------------------------------------------------------------------------
+// Topics.
 
 void QBProject::FireTopicAdded(const Ref<quillbook::Topic>& Topic) {
   Framed(*this, "FireTopicAdded", "Topic", Topic, [&] {
@@ -107,8 +106,7 @@ void QBProject::FireTopicReOrdered(const Ref<quillbook::Topic>& Topic) {
   Framed(*this, "FireTopicReOrdered", "Topic", Topic, [&] { Events.TopicReOrdered.Raise(Topic); });
 }
 
-// ---- Categories and other files
-// -----------------------------------------------------------------------------------------
+// Categories and other files.
 
 void QBProject::FireTopicCategoryAdded(const Ref<quillbook::TopicCategory>& TopicCategory) {
   Framed(*this, "FireTopicCategoryAdded", "TopicCategory", TopicCategory, [&] {
@@ -164,8 +162,7 @@ void QBProject::FireOtherFileCheckoutStatusChanged(const Ref<quillbook::OtherFil
          [&] { Events.OtherFileCheckoutStatusChanged.Raise(OtherFile); });
 }
 
-// ---- Table of contents
-// --------------------------------------------------------------------------------------------------
+// Table of contents.
 
 void QBProject::FireQBNodeChanged(const Ref<quillbook::QBNode>& QBNode) {
   Framed(*this, "FireQBNodeChanged", "QBNode", QBNode, [&] {
@@ -191,8 +188,7 @@ void QBProject::MakeNodesPlain(const quillbook::Topic& topic) {
   }
 }
 
-// ---- Glossary and tasks
-// -------------------------------------------------------------------------------------------------
+// Glossary and tasks.
 
 void QBProject::FireGlossaryItemAdded(const Ref<GlossaryItem>& Item) {
   Framed(*this, "FireGlossaryItemAdded", "Item", Item, [&] {
@@ -233,8 +229,7 @@ void QBProject::FireTaskRemoved(const Ref<quillbook::Task>& Task) {
   });
 }
 
-// ---- Build profiles and builds
-// ------------------------------------------------------------------------------------------
+// Build profiles and builds.
 
 void QBProject::FireBuildProfilesChanged() {
   Procedure(*this, "FireBuildProfilesChanged").Run([&] { Events.BuildProfilesChanged.Raise(); });

@@ -1,5 +1,4 @@
 // Making and finding the members of a project.
-#include "project/NodeWalk.h"
 #include "quillbook/base/SortedCollection.h"
 #include "quillbook/base/Text.h"
 #include "quillbook/config/BuildProfile.h"
@@ -37,8 +36,7 @@ std::string_view WithoutPrefix(std::string_view text, std::string_view prefix) {
 
 }  // namespace
 
-// ---- Factories
-// ----------------------------------------------------------------------------------------------------------
+// Factories.
 
 Ref<Topic> QBProject::NewTopic() {
   return Procedure(*this, "NewTopic").Run([this] {
@@ -138,8 +136,7 @@ Ref<BuildProfile> QBProject::NewBuildProfile(std::string_view Name, std::string_
       });
 }
 
-// ---- Lookups
-// ------------------------------------------------------------------------------------------------------------
+// Lookups.
 
 Ref<Topic> QBProject::TopicByName(std::string_view Name) const {
   return Topics->FirstByName(Name);
@@ -185,8 +182,7 @@ Ref<quillbook::Topics> QBProject::SortedTopics() const {
   });
 }
 
-// ---- Values
-// -------------------------------------------------------------------------------------------------------------
+// Values.
 
 std::string QBProject::GetVariableValue(std::string_view Name, std::string_view DefaultValue) const {
   auto value = RuntimeVariableValue(Name);
@@ -205,8 +201,7 @@ std::string QBProject::RuntimeProjectPropertyValue(std::string_view Name) const 
   return property ? property->PropertyValue() : std::string();
 }
 
-// ---- Spelling
-// -----------------------------------------------------------------------------------------------------------
+// Spelling.
 
 void QBProject::SpellAddIgnoreAllWord(std::string_view Word) {
   IgnoreFailures([&] { SpellIgnoreAllWordList->Add(std::string(Word), Word); });

@@ -37,4 +37,11 @@ class NodeWalk {
   Ref<QBNodes> mDescend;
 };
 
+/// Calls `visit` with every node of a subtree in the order of the contents; `visit` must not change the tree.
+template <class Visit>
+void ForEachNode(const QBNodes& top, Visit&& visit) {
+  NodeWalk walk(top);
+  while (const auto node = walk.Next()) visit(node);
+}
+
 }  // namespace quillbook

@@ -20,7 +20,7 @@ Topic::Topic() : TopicSections(New<quillbook::TopicSections>()) {}
 
 Topic::~Topic() = default;
 
-// ---- Lists that are made when read ----------------------------------------------------------------------------------
+// Lists that are made when read.
 
 void Topic::LazyFileList::Drop() noexcept {
   mList = nullptr;
@@ -71,7 +71,7 @@ const Ref<TopicLinks>& Topic::TopicLinks() const {
   return mTopicLinks;
 }
 
-// ---- Properties -----------------------------------------------------------------------------------------------------
+// Properties.
 
 template <class Stored, class Value>
 void Topic::Assign(Stored& field, const Value& value, std::string_view property) {
@@ -191,7 +191,7 @@ std::string Topic::DisplayText() const {
   return mName + " (" + mTitle + ")";
 }
 
-// ---- Changes --------------------------------------------------------------------------------------------------------
+// Changes.
 
 void Topic::Changed(bool NotifyQBProject) {
   Procedure(*this, "Changed", [&](auto& p) { p("NotifyQBProject", NotifyQBProject); }).Run([&] {
@@ -239,7 +239,7 @@ void Topic::TopicLinksChanged(std::string_view handler) {
   });
 }
 
-// ---- Content --------------------------------------------------------------------------------------------------------
+// Content.
 
 const std::string& Topic::TopicSectionData(std::string_view Key) const {
   static const std::string none;
@@ -320,7 +320,7 @@ Ref<TopicKeyword> Topic::AddKeyword(std::string_view Keyword) {
   return Keywords()->AddKeyword(Keyword);
 }
 
-// ---- Scripts and stylesheets ----------------------------------------------------------------------------------------
+// Scripts and stylesheets.
 
 void Topic::AddScript(std::string_view Filename) {
   Procedure(*this, "AddScript", [&](auto& p) { p("Filename", Filename); }).Run([&] {
@@ -377,7 +377,7 @@ bool Topic::IncludeScript(std::string_view RelativeFileName) const {
   return mAllScripts || mScripts.Contains(RelativeFileName);
 }
 
-// ---- Description ----------------------------------------------------------------------------------------------------
+// Description.
 
 Ref<Topic::FileList> Topic::TopicLinkNamesForDump() const {
   return New<FileList>();

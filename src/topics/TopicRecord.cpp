@@ -150,7 +150,7 @@ Ref<Topic> Topic::Clone(const Ref<quillbook::QBProject>& ParentQBProject) {
   });
 }
 
-// ---- Reading --------------------------------------------------------------------------------------------------------
+// Reading.
 
 void Topic::InternalLoad(XMLElement e, bool ForClone) {
   Procedure(*this, "InternalLoad", [&](auto& p) {
@@ -252,7 +252,7 @@ void Topic::LoadFileList(const XMLElement& list, FileList& files) {
   for (const auto file : list.ChildElements()) files.Add(file.Text(), file.TextView());
 }
 
-// ---- Writing --------------------------------------------------------------------------------------------------------
+// Writing.
 
 void Topic::InternalSave(XMLElement e, bool ForClone) {
   Procedure(*this, "InternalSave", [&](auto& p) {
@@ -311,7 +311,7 @@ void Topic::SaveFileLists(XMLElement& e) const {
   }
 }
 
-// ---- Files of a topic's own -----------------------------------------------------------------------------------------
+// Files of a topic's own.
 
 bool Topic::UsesSeparateFile(bool ForClone) const {
   const auto project = QBProject();

@@ -20,7 +20,7 @@ class TopicStatuses;
 
 namespace modMain {
 
-// ---- Library-wide state: once per apartment, that is per thread -----------------------------------------------------
+// Library-wide state: once per apartment, that is per thread.
 
 /// Number of live `Root` objects.
 [[nodiscard]] std::int32_t& RootIncrement() noexcept;
@@ -44,7 +44,7 @@ namespace modMain {
 /// The kinds of topic sections: one shared object while a `Root` lives, else a new one at each call.
 [[nodiscard]] Ref<quillbook::TopicSectionDefs> TopicSectionDefs();
 
-// ---- Configuration --------------------------------------------------------------------------------------------------
+// Configuration.
 
 /// The configuration directory in Windows form, with a trailing "\".
 [[nodiscard]] std::string ConfigPath();
@@ -55,7 +55,7 @@ void SetAppValue(std::string_view ValueName, std::string_view Value, std::string
 /// True if the full generator is installed; asked once per apartment.
 [[nodiscard]] bool IsMavenscriptInstalled();
 
-// ---- Text -----------------------------------------------------------------------------------------------------------
+// Text.
 
 /// A new key: braces and upper-case hexadecimal digits in groups, 38 characters.
 [[nodiscard]] std::string CreateGUID();
@@ -75,7 +75,7 @@ void SetAppValue(std::string_view ValueName, std::string_view Value, std::string
 /// Inner text of the body of an HTML document; the whole text where there is no body element.
 [[nodiscard]] std::string ReturnBody(std::string_view CompleteDocument);
 
-// ---- Projects -------------------------------------------------------------------------------------------------------
+// Projects.
 
 /// The templates of the configuration directory.
 [[nodiscard]] Ref<TemplateStore> InstalledTemplates();

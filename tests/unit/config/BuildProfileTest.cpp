@@ -205,7 +205,7 @@ TEST_F(BuildProfileTest, Summary_NamesTheOutput) {
   EXPECT_EQ(profile->Summary(), "Web");
 }
 
-// ---- Showing the help file ------------------------------------------------------------------------------------------
+// Showing the help file.
 
 class RecordingDesktop final : public Desktop {
  public:
@@ -284,7 +284,7 @@ TEST_F(ShowHelpFileTest, AnyOtherFailureOfTheViewer_CountsAsSuccess) {
   EXPECT_TRUE(profile->ShowLastBuiltHelpFile());
 }
 
-// ---- The list -------------------------------------------------------------------------------------------------------
+// The list.
 
 TEST_F(BuildProfileTest, AddAndRemove_TellTheProject_AndMarkIt) {
   support::ProjectLog log(project);

@@ -123,7 +123,7 @@ TEST_F(ProjectPropertiesTest, Remove_OfAnUnknownKey_DoesNothing) {
   EXPECT_FALSE(properties->Item("a"));
 }
 
-// ---- Record ---------------------------------------------------------------------------------------------------------
+// Record.
 
 TEST_F(ProjectPropertiesTest, Save_WritesEveryProperty_AlsoWithoutValue) {
   Load(Record("{1}", "a", "4"));

@@ -106,7 +106,7 @@ class BuildTest : public support::GenerationTest {
   std::vector<Connection> connections;
 };
 
-// ---- The whole way --------------------------------------------------------------------------------------------------
+// The whole way.
 
 TEST_F(BuildTest, WritesAPageForEachTopic) {
   AddTopic("One", "<p>1</p>", "First");
@@ -259,7 +259,7 @@ TEST_F(BuildTest, FailureOfTheEngineReachesTheCallerInTheResult) {
   EXPECT_TRUE(!result || result->HelpCompileResult != 0);
 }
 
-// ---- Layouts --------------------------------------------------------------------------------------------------------
+// Layouts.
 
 TEST_F(BuildTest, EachTopicTakesItsLayout) {
   layouts += "<layout name=\"Wide.html\" item=\"mv.quillbooklite:topic\" output=\"{QualifiedName}.html\"/>";
@@ -300,7 +300,7 @@ TEST_F(BuildTest, FileOfTheTemplateDoesNotReplaceAProjectFileOfTheSameName) {
   EXPECT_EQ(folder.Read("out/other.css"), "template's");
 }
 
-// ---- Output folder and files ----------------------------------------------------------------------------------------
+// Output folder and files.
 
 TEST_F(BuildTest, MissingOutputFolderIsCreatedAfterAsking) {
   project->SetOutputDirectory(folder.Stored("new/deep"));
@@ -398,7 +398,7 @@ TEST_F(BuildTest, IntoTheProjectsFolderNothingIsCopied) {
   EXPECT_EQ(Output("project"), "A.html,a.txt,demo.qbp");
 }
 
-// ---- Removing the sources -------------------------------------------------------------------------------------------
+// Removing the sources.
 
 class RemoveTest : public BuildTest {
  protected:
@@ -462,7 +462,7 @@ TEST_F(BuildTest, CopySupportFilesBringsThemToTheProject) {
   EXPECT_FALSE(project->MVProject());
 }
 
-// ---- A help file in use ---------------------------------------------------------------------------------------------
+// A help file in use.
 
 class LockedHelpFileTest : public BuildTest {
  protected:
@@ -503,7 +503,7 @@ TEST_F(LockedHelpFileTest, WithoutCompilationNobodyAsks) {
   EXPECT_TRUE(prompts.empty());
 }
 
-// ---- Cancelling -----------------------------------------------------------------------------------------------------
+// Cancelling.
 
 TEST_F(BuildTest, CancelBeforeTheGenerationIsNoticed) {
   AddTopic("A");
@@ -548,7 +548,7 @@ TEST_F(BuildTest, CancelWithoutBuildDoesNothing) {
   EXPECT_FALSE(BuildIsCancelled());
 }
 
-// ---- A related project of the host ----------------------------------------------------------------------------------
+// A related project of the host.
 
 /// Whether the full generator is installed is asked once a thread, so each of these tests has its own.
 class RelatedProjectRig final : public BuildTest {
@@ -621,7 +621,7 @@ TEST(RelatedProject, IsLoaded) {
   RelatedProjectRig::Run(&RelatedProjectRig::ValidFileIsLoaded);
 }
 
-// ---- Messages -------------------------------------------------------------------------------------------------------
+// Messages.
 
 TEST_F(BuildTest, ListenerMayAnswerAMessage) {
   answers = {7};
@@ -648,7 +648,7 @@ TEST_F(BuildTest, SilentMessageIsAnError_WhenItsIconHasTheBit) {
   EXPECT_TRUE(failures.TakeBoxes().empty());
 }
 
-// ---- Template and profiles ------------------------------------------------------------------------------------------
+// Template and profiles.
 
 TEST_F(BuildTest, TemplateIsFoundByName) {
   InstallTemplate();

@@ -40,7 +40,7 @@ class ElementsTest : public support::GenerationTest {
   void SetProperty(std::string_view name, std::string_view value) { project->NewProjectProperty(name, pptText, value); }
 };
 
-// ---- The steps around every element ---------------------------------------------------------------------------------
+// The steps around every element.
 
 TEST_F(ElementsTest, TypesIgnoreCase) {
   Begin();
@@ -141,7 +141,7 @@ TEST_F(ElementsTest, MissingMandatoryAttributeIsAFailure) {
   EXPECT_EQ(failures.Take(), Failures{"QBDataProvider.DataProvider_ProvideData 5"});
 }
 
-// ---- Texts ----------------------------------------------------------------------------------------------------------
+// Texts.
 
 TEST_F(ElementsTest, LiteralIsParsed) {
   Begin();
@@ -223,7 +223,7 @@ TEST_F(ElementsTest, DesignTimeShowsItsSource_OnlyInAPreview) {
   EXPECT_EQ(Eval("%%designtime%%x%%/designtime%%"), expected);
 }
 
-// ---- Including topics ---------------------------------------------------------------------------------------------
+// Including topics.
 
 TEST_F(ElementsTest, IncludeBringsTheBodyOfATopic) {
   Begin();
@@ -262,7 +262,7 @@ TEST_F(ElementsTest, TopicIsIncludedOnlyOnceInOneOutermostInclude) {
   EXPECT_EQ(Eval("%%include:topic=Leaf%%%%include:topic=Leaf%%"), "leafleaf");
 }
 
-// ---- Lists of items -----------------------------------------------------------------------------------------------
+// Lists of items.
 
 class ListTest : public ElementsTest {
  protected:
@@ -350,7 +350,7 @@ TEST_F(ListTest, SearchGoesOnInOtherDocTypes) {
   EXPECT_EQ(Eval(List), "!MISSING SCRAP '_bare_body'!");
 }
 
-// ---- Values -------------------------------------------------------------------------------------------------------
+// Values.
 
 TEST_F(ElementsTest, VariableIsEvaluated) {
   variables =
@@ -443,7 +443,7 @@ TEST_F(ElementsTest, BookletLinkShowsCaptionOrTitle) {
   EXPECT_EQ(Eval("%%linkcaption%%%%linkurl%%"), "");
 }
 
-// ---- Files --------------------------------------------------------------------------------------------------------
+// Files.
 
 TEST_F(ElementsTest, FileNameAndBaseNeedAFile) {
   Begin();

@@ -40,8 +40,7 @@ class ProjectFileTest : public support::ProjectTest {
   }
 };
 
-// ---- Attributes
-// -------------------------------------------------------------------------------------------------------------
+// Attributes.
 
 TEST_F(ProjectFileTest, AOneLineFile_IsAProject) {
   Load(R"(<QBProject Title="My help" TemplateName="Some template"/>)");
@@ -130,8 +129,7 @@ TEST_F(ProjectFileTest, AnotherRoot_GivesItsAttributesOnly) {
   EXPECT_EQ(project->LastLoadResult().rootName, "topicset");
 }
 
-// ---- Sections
-// -----------------------------------------------------------------------------------------------------------------
+// Sections.
 
 TEST_F(ProjectFileTest, Sections_AreReadInAnyOrderAndCase) {
   LoadWithin(R"(<NODES>)" + Node("{n}", "{t}") +
@@ -277,8 +275,7 @@ TEST_F(ProjectFileTest, ASecondLoad_ReplacesTheCollections_AndHearsThem) {
   EXPECT_TRUE(project->ProjectDirty()) << "the new collection is heard";
 }
 
-// ---- Numbered keys
-// ------------------------------------------------------------------------------------------------------------
+// Numbered keys.
 
 TEST_F(ProjectFileTest, NumberedKeys_BecomeGUIDs) {
   LoadWithin(R"(<cat Name="Cat" Key="C1"/><Topic Key="T1" Name="one" Category="C1"><r t="T2" cat=""/></Topic>)"
@@ -317,8 +314,7 @@ TEST_F(ProjectFileTest, NumberedKeys_TellNoChange) {
   EXPECT_TRUE(project->Dirty()) << "the load has ended";
 }
 
-// ---- Files
-// --------------------------------------------------------------------------------------------------------------------
+// Files.
 
 TEST_F(ProjectFileTest, LoadFromFile_TakesTheName_AndIsNotDirty) {
   const support::TemporaryFolder folder;

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "project/NodeWalk.h"
 #include "quillbook/structure/GlossaryItems.h"
 #include "quillbook/topics/Topic.h"
 #include "quillbook/topics/Topics.h"
+#include "structure/NodeWalk.h"
 #include "support/ProjectTest.h"
 
 namespace quillbook {

@@ -45,8 +45,7 @@ class ProjectSaveTest : public support::ProjectTest {
   support::TemporaryFolder folder;
 };
 
-// ---- Text
-// -----------------------------------------------------------------------------------------------------------------------
+// Text.
 
 TEST_F(ProjectSaveTest, AttributesAndSections_StandInTheirOrder) {
   project->SetTitle("T");
@@ -135,8 +134,7 @@ TEST_F(ProjectSaveTest, AnyText_ComesBackAsItWentIn) {
   }
 }
 
-// ---- Disk
-// -----------------------------------------------------------------------------------------------------------------------
+// Disk.
 
 TEST_F(ProjectSaveTest, SaveToDisk_WritesTheText_AndClearsTheFlags) {
   AddTopic("a", "b");

@@ -116,8 +116,7 @@ TEST_F(QBProjectTest, ReadOnly_IsTheFilesAttribute) {
   EXPECT_TRUE(project->ReadOnly());
 }
 
-// ---- Paths
-// ----------------------------------------------------------------------------------------------------------------
+// Paths.
 
 TEST_F(QBProjectTest, OutputDirectory_IsAbsoluteWithASeparator) {
   project->SetOutputDirectory("c:\\help\\out");
@@ -154,8 +153,7 @@ TEST_F(QBProjectTest, MVPFileName_IsClearedByThreeSeparators) {
   EXPECT_EQ(project->MVPFileName(), "");
 }
 
-// ---- Default topic
-// --------------------------------------------------------------------------------------------------------
+// Default topic.
 
 TEST_F(QBProjectTest, DefaultTopic_DisappearsWhileItIsKeptOut) {
   const auto topic = AddTopic("Start");
@@ -185,8 +183,7 @@ TEST_F(QBProjectTest, DefaultTopic_IsCleared) {
   EXPECT_FALSE(project->ProjectDirty());
 }
 
-// ---- Factories
-// ------------------------------------------------------------------------------------------------------------
+// Factories.
 
 TEST_F(QBProjectTest, NewTopic_SucceedsWithoutStatuses) {
   const auto before = Date::Now();
@@ -257,8 +254,7 @@ TEST_F(QBProjectTest, NewProjectProperty_IsAdded) {
   EXPECT_EQ(project->NewProjectProperty("Empty", pptText)->PropertyValue(), "");
 }
 
-// ---- Lookups
-// --------------------------------------------------------------------------------------------------------------
+// Lookups.
 
 TEST_F(QBProjectTest, TopicByName_FindsTheFirstIgnoringCase) {
   const auto first = AddTopic("Intro");
@@ -314,8 +310,7 @@ TEST_F(QBProjectTest, SortedTopics_AreInOrderOfTheirNames) {
   EXPECT_EQ(sorted->QBProject(), nullptr);
 }
 
-// ---- Values
-// ---------------------------------------------------------------------------------------------------------------
+// Values.
 
 TEST_F(QBProjectTest, RuntimeValues_ComeFromTheProject_WithoutAProfile) {
   project->VariableValues->Add(New<VariableValue>("Colour", "red"), "Colour");
@@ -341,8 +336,7 @@ TEST_F(QBProjectTest, RuntimeValues_ComeFromTheProfile_WhileThereIsOne) {
   EXPECT_EQ(project->RuntimeProjectPropertyValue("Company"), "Other");
 }
 
-// ---- Spelling
-// -------------------------------------------------------------------------------------------------------------
+// Spelling.
 
 TEST_F(QBProjectTest, SpellAddIgnoreAllWord_KnowsAWordOnce) {
   project->SpellAddIgnoreAllWord("qbp");
@@ -363,8 +357,7 @@ TEST_F(QBProjectTest, SaveSpellIgnoreAllWordListToFile_WritesWordsTermsAndEntiti
   EXPECT_EQ(folder.Read("sub/words.txt"), "qbp\nAPI\n&nbsp;\n&gt;\n&lt;\n");
 }
 
-// ---- End
-// ------------------------------------------------------------------------------------------------------------------
+// End.
 
 TEST_F(QBProjectTest, EndsWithItsLastReference_WhateverItHolds) {
   AddTopic("a");

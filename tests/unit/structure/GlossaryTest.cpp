@@ -173,7 +173,7 @@ TEST_F(GlossaryTest, AnItem_IsFoundInEveryCollectionThatHoldsIt) {
   EXPECT_EQ(glossary->ItemByTerm("C"), item);
 }
 
-// ---- Record ---------------------------------------------------------------------------------------------------------
+// Record.
 
 TEST_F(GlossaryTest, Save_WritesKeyTermAndDefinition) {
   const auto item = project->NewGlossaryItem("a \"b\"", "<p>one & two</p>");
@@ -255,7 +255,7 @@ TEST_F(GlossaryTest, OlderFiles_HoldItemsDirectlyBelowTheRoot) {
   EXPECT_TRUE(project->GlossaryItems()->ItemByTerm("B"));
 }
 
-// ---- Separate file --------------------------------------------------------------------------------------------------
+// Separate file.
 
 TEST_F(GlossaryTest, InASingleFile_TheItemsStandBelowTheElement) {
   AddItem("a")->Key = "1";

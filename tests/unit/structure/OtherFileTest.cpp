@@ -85,7 +85,7 @@ TEST_F(OtherFileTest, ReadOnly_CountsOnlyForSeparateFiles) {
   EXPECT_TRUE(file->ReadOnly());
 }
 
-// ---- Record ---------------------------------------------------------------------------------------------------------
+// Record.
 
 TEST_F(OtherFileTest, Save_WritesTheRelativeName_AndEndsNewness) {
   const auto file = Make("help/images/a.png");
@@ -146,7 +146,7 @@ TEST_F(OtherFileTest, ALoadedProject_HoldsARepeatedFileOnce_AndRaisesNothing) {
   EXPECT_EQ(log.Take().find("OtherFile"), std::string::npos);
 }
 
-// ---- The list -------------------------------------------------------------------------------------------------------
+// The list.
 
 TEST_F(OtherFileTest, Add_TellsTheProject_AlsoOfAFileThatIsThereAlready) {
   support::ProjectLog log(project);

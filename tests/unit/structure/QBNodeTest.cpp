@@ -209,7 +209,7 @@ TEST_F(QBNodeTest, ParentAndCollection_AreNotKeptAlive) {
   EXPECT_FALSE(child->QBNodes());
 }
 
-// ---- Record ---------------------------------------------------------------------------------------------------------
+// Record.
 
 TEST_F(QBNodeTest, Save_WritesAllAttributesInOrder_EmptyOnesToo_AndTheChildren) {
   node->Key = "{1}";
@@ -344,7 +344,7 @@ TEST_F(QBNodeTest, Load_WhileAProjectLoads_NotesTheKeysOfADroppedSubtree) {
   EXPECT_TRUE(modMain::LoadedNodes()->Contains("b"));
 }
 
-// ---- Clone ----------------------------------------------------------------------------------------------------------
+// Clone.
 
 TEST_F(QBNodeTest, Clone_IntoTheSameProject_GivesNewKeysThroughout) {
   node->SetCaptionText("top");
@@ -400,7 +400,7 @@ TEST_F(QBNodeTest, Clone_RaisesNoEvent) {
   EXPECT_FALSE(project->QBNodes->Dirty());
 }
 
-// ---- Depth ----------------------------------------------------------------------------------------------------------
+// Depth.
 
 TEST_F(QBNodeTest, ATreeOfAnyDepth_IsLoadedSavedSearchedAndCloned) {
   constexpr int Depth = 100'000;

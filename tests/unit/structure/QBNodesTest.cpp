@@ -206,7 +206,7 @@ TEST_F(QBNodesTest, SetDirty_TellsOfTrueOnly_UnlessPausedOrWithoutProject) {
   New<QBNodes>()->SetDirty(true);
 }
 
-// ---- Load and save --------------------------------------------------------------------------------------------------
+// Load and save.
 
 TEST_F(QBNodesTest, Load_KeepsTheFirstOfEqualKeys_InDocumentOrder_WhileAProjectLoads) {
   const auto text = "<QBProject><Nodes>" + Record("a", Record("b") + Record("c")) + Record("B", Record("d")) +

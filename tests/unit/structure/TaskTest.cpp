@@ -145,7 +145,7 @@ TEST_F(TaskTest, Topic_IsFoundByItsKey_AndNothingDetachesNothing) {
   EXPECT_FALSE(task->Topic());
 }
 
-// ---- Record ---------------------------------------------------------------------------------------------------------
+// Record.
 
 TEST_F(TaskTest, Save_WritesItsAttributesInOrder) {
   const auto loaded = Loaded(Record);
@@ -229,7 +229,7 @@ TEST_F(TaskTest, AClone_HasEveryField_AndStandsNowhere) {
   EXPECT_EQ(source->Clone(other)->QBProject(), other);
 }
 
-// ---- The list -------------------------------------------------------------------------------------------------------
+// The list.
 
 TEST_F(TaskTest, AddAndRemove_TellTheProject_AndMarkTheList) {
   support::ProjectLog log(project);
