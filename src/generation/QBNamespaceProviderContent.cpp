@@ -1,4 +1,6 @@
 // Side content of a build: the lists of keywords and of files.
+#include <vector>
+
 #include "quillbook/base/Failure.h"
 #include "quillbook/base/Text.h"
 #include "quillbook/frame/Procedure.h"
@@ -105,9 +107,14 @@ void QBNamespaceProvider::WriteFileList(FileSystemObject& output) const {
 // Keywords.
 
 void QBNamespaceProvider::GetKeywords(Keywords& Keywords, bool FIndex, bool AIndex) {
-  const auto project = QBProject();
-  for (const auto& topic : *project->Topics)
-    if (topic->RuntimeIncludeInHelpFile()) AddTopicKeywords(Keywords, *project, *topic, FIndex, AIndex);
+  Procedure(*this, "GetKeywords", [&](auto& p) {
+    p("FIndex", FIndex);
+    p("AIndex", AIndex);
+  }).Run([&] {
+    const auto project = QBProject();
+    for (const auto& topic : *project->Topics)
+      if (topic->RuntimeIncludeInHelpFile()) AddTopicKeywords(Keywords, *project, *topic, FIndex, AIndex);
+  });
 }
 
 void QBNamespaceProvider::AddTopicKeywords(Keywords& Keywords, const quillbook::QBProject& project, const Topic& topic,
@@ -141,15 +148,39 @@ void QBNamespaceProvider::CreateKeyword(Keywords& Keywords, std::string_view Key
 void QBNamespaceProvider::OutputIndexEntry(FileSystemObject& OutputFile, std::string_view ScrapName,
                                            const Ref<quillbook::Keyword>& Keyword, const Ref<NamespaceDef>& nd,
                                            const Ref<Object>& ParentObject, DataProvider& DDP) {
-  const auto host = mMVProject.Target();
-  const std::string scrap(ScrapName);
-  DDP.DataProvider_SetCurrentItem(nd, Keyword, "Keyword", ParentObject);
-  const bool hasJumps = !Keyword->Jumps()->IsEmpty();
-  OutputFile.Write(DDP.DataProvider_ParseForProperties(host->Scrap(hasJumps ? scrap : scrap + "_NO_JUMPS")));
-  if (!Keyword->HasChildKeywords()) return;
-  OutputFile.Write(host->Scrap(scrap + "_HEADER"));
-  for (const auto& child : *Keyword->ChildKeywords()) OutputIndexEntry(OutputFile, ScrapName, child, nd, Keyword, DDP);
-  OutputFile.Write(host->Scrap(scrap + "_FOOTER"));
+  struct Level {
+    Ref<quillbook::Keyword> keyword;
+    std::size_t next = 1;  ///< position of the child to come
+  };
+  Procedure(*this, "OutputIndexEntry", [&](auto& p) {
+    p("ScrapName", ScrapName);
+    p("Keyword", Keyword);
+    p("nd", nd);
+    p("ParentObject", ParentObject);
+  }).Run([&] {
+    const auto host = mMVProject.Target();
+    const std::string scrap(ScrapName);
+    std::vector<Level> levels;  // authors nest keywords as deep as they like
+    const auto open = [&](const Ref<quillbook::Keyword>& keyword, const Ref<Object>& parent) {
+      DDP.DataProvider_SetCurrentItem(nd, keyword, "Keyword", parent);
+      const bool hasJumps = !keyword->Jumps()->IsEmpty();
+      OutputFile.Write(DDP.DataProvider_ParseForProperties(host->Scrap(hasJumps ? scrap : scrap + "_NO_JUMPS")));
+      if (!keyword->HasChildKeywords()) return;
+      OutputFile.Write(host->Scrap(scrap + "_HEADER"));
+      levels.push_back({keyword});
+    };
+    open(Keyword, ParentObject);
+    while (!levels.empty()) {
+      const auto keyword = levels.back().keyword;
+      const auto position = levels.back().next++;
+      if (position <= keyword->ChildKeywords()->Count()) {
+        open(keyword->ChildKeywords()->Item(position), keyword);
+      } else {
+        OutputFile.Write(host->Scrap(scrap + "_FOOTER"));
+        levels.pop_back();
+      }
+    }
+  });
 }
 
 }  // namespace quillbook
