@@ -1,6 +1,6 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <set>
 #include <string>
 
@@ -11,10 +11,10 @@ namespace quillbook {
 namespace {
 
 TEST(CreateGUID, HasBracesAndUpperCaseGroups) {
-  const std::regex form(R"(\{[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}\})");
   const auto guid = modMain::CreateGUID();
   EXPECT_EQ(guid.size(), 38U);
-  EXPECT_TRUE(std::regex_match(guid, form)) << guid;
+  EXPECT_THAT(guid,
+              testing::MatchesRegex(R"(\{[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}\})"));
 }
 
 TEST(CreateGUID, NeverRepeats) {
