@@ -108,7 +108,7 @@ void MVProject::SetProgressMessage(std::string_view Message) {
   ProgressChanged.Raise(mProgressStage, mProgressMessage);
 }
 
-void MVProject::AddNote(BuildNote note) {
+void MVProject::AddNote(const BuildNote& note) {
   NoteAdded.Raise(note);
 }
 

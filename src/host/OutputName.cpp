@@ -18,7 +18,8 @@ std::string ExpandOutputName(std::string_view pattern, const Object& item) {
 
 std::optional<std::string> ContainedPath(std::string_view path) {
   const auto isSeparator = [](char c) { return c == '/' || c == '\\'; };
-  if (path.empty() || isSeparator(path.front()) || isSeparator(path.back()) || path.find('\0') != path.npos)
+  if (path.empty() || isSeparator(path.front()) || isSeparator(path.back()) ||
+      path.find('\0') != std::string_view::npos)
     return std::nullopt;
   if (path.size() > 1 && path[1] == ':') return std::nullopt;  // on a drive
   std::vector<std::string_view> names;
@@ -31,7 +32,7 @@ std::optional<std::string> ContainedPath(std::string_view path) {
     } else if (!name.empty() && name != ".") {
       names.push_back(name);
     }
-    path.remove_prefix(end == path.npos ? path.size() : end + 1);
+    path.remove_prefix(end == std::string_view::npos ? path.size() : end + 1);
   }
   if (names.empty()) return std::nullopt;
   std::string contained;

@@ -91,7 +91,7 @@ class MVProject final : public Object {
 
   void SetProgressStage(std::string_view Stage);
   void SetProgressMessage(std::string_view Message);
-  void AddNote(BuildNote note);
+  void AddNote(const BuildNote& note);
 
   /// Asks a running generation to stop before its next page. May be called from a signal handler.
   void Cancel() noexcept { mCancelled.store(true, std::memory_order_relaxed); }

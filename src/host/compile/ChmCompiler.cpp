@@ -192,7 +192,7 @@ void ChmCompile::ResolveTargets(SitemapFile& file) {
 void ChmCompile::CollectFiles() {
   using IfMissing = ProjectFiles::IfMissing;
   const auto add = [&](const std::string& name, const FileMention& mention, IfMissing level) {
-    const auto inner = Resolve(name, mention);
+    auto inner = Resolve(name, mention);
     if (inner.empty() || IsOutsideAddress(inner)) return inner;
     const auto anchor = std::string(AnchorOf(inner));
     const auto found = mFiles->Add(inner.substr(0, inner.size() - anchor.size()), mention, level);
