@@ -29,7 +29,7 @@ std::string WithoutSaveTime(std::string text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace quillbook;
-  static const PlatformOverride<MessageBox> mute(std::make_shared<Mute>());
+  const PlatformOverride<MessageBox> mute(std::make_shared<Mute>());
   const auto first = New<QBProject>();
   first->Load(std::string_view(reinterpret_cast<const char*>(data), size));
   const auto saved = first->Save();
