@@ -20,6 +20,12 @@ constexpr const char* kExitCodes =
     "  2  wrong usage, or input that can't be read; nothing was written\n"
     "  3  the build failed or was cancelled";
 
+constexpr const char* kCompileExitCodes =
+    "Exit codes:\n"
+    "  0  done\n"
+    "  2  wrong usage, or a project that can't be read; nothing was written\n"
+    "  3  no help file was made; an old one is as it was";
+
 void AddProject(CLI::App& command, std::string& project) {
   command.add_option("PROJECT", project, "The project file, *.qbp")->required()->type_name("");
 }
@@ -79,15 +85,47 @@ int WrongUsage(const std::string& what, const std::string& command = {}) {
   return BadInput;
 }
 
+CLI::App* AddCompile(CLI::App& app, CompileCommandOptions& options) {
+  auto* command = AddCommand(app, "compile", "Compile a help project into one help file");
+  command->add_option("PROJECT", options.project, "The help project, *.hhp or *.HxC")->required()->type_name("");
+  command->add_option("--output", options.output, "The help file; without it, the one that the project names")
+      ->type_name("FILE");
+  AddReportOptions(*command, options.quiet, options.json);
+  command->add_flag("--strict", options.strict, "Make no help file where there are warnings");
+  command->footer(kCompileExitCodes);
+  return command;
+}
+
+CLI::App* AddInspect(CLI::App& app, InspectOptions& options) {
+  auto* command = AddCommand(app, "inspect", "Tell what a compiled help file holds");
+  command->add_option("FILE", options.file, "The help file, *.chm or *.hxs")->required()->type_name("");
+  AddReportOptions(*command, options.quiet, options.json);
+  return command;
+}
+
+CLI::App* AddExtract(CLI::App& app, ExtractOptions& options) {
+  auto* command = AddCommand(app, "extract", "Write the files of a compiled help file into a folder");
+  command->add_option("FILE", options.file, "The help file, *.chm or *.hxs")->required()->type_name("");
+  command->add_option("DIR", options.folder, "The folder, made if it isn't there")->required()->type_name("");
+  command->add_flag("--quiet", options.quiet, "Print errors only");
+  return command;
+}
+
 }  // namespace
 
 Request ParseArguments(int argc, const char* const* argv) {
   BuildOptions build;
   InfoOptions info;
+  CompileCommandOptions compile;
+  InspectOptions inspect;
+  ExtractOptions extract;
   CLI::App app{"Quillbook turns a help project into help that people read.", "quillbook"};
   SetUpHelp(app);
   const auto* buildCommand = AddBuild(app, build);
   AddInfo(app, info);
+  const auto* compileCommand = AddCompile(app, compile);
+  const auto* inspectCommand = AddInspect(app, inspect);
+  const auto* extractCommand = AddExtract(app, extract);
 
   const CLI::App* command = nullptr;
   try {
@@ -104,6 +142,9 @@ Request ParseArguments(int argc, const char* const* argv) {
   if (const auto left = command->remaining(); !left.empty())
     return WrongUsage(command->get_name() + " takes no '" + left.front() + "'", command->get_name());
   if (command == buildCommand) return build;
+  if (command == compileCommand) return compile;
+  if (command == inspectCommand) return inspect;
+  if (command == extractCommand) return extract;
   return info;
 }
 

@@ -24,8 +24,28 @@ struct InfoOptions {
   bool json = false;
 };
 
+struct CompileCommandOptions {
+  std::string project;
+  std::string output;  ///< empty for the project's own
+  bool quiet = false;
+  bool json = false;
+  bool strict = false;
+};
+
+struct InspectOptions {
+  std::string file;
+  bool quiet = false;
+  bool json = false;
+};
+
+struct ExtractOptions {
+  std::string file;
+  std::string folder;
+  bool quiet = false;
+};
+
 /// A command to run, or the exit code where the arguments were all there was to it.
-using Request = std::variant<BuildOptions, InfoOptions, int>;
+using Request = std::variant<BuildOptions, InfoOptions, CompileCommandOptions, InspectOptions, ExtractOptions, int>;
 
 /// Reads the arguments. Prints help and version on standard output, what is wrong on standard error.
 [[nodiscard]] Request ParseArguments(int argc, const char* const* argv);

@@ -6,8 +6,10 @@
 #include <variant>
 
 #include "cli/BuildCommand.h"
+#include "cli/CompileCommand.h"
 #include "cli/ExitCode.h"
 #include "cli/InfoCommand.h"
+#include "cli/InspectCommand.h"
 #include "cli/Options.h"
 #include "cli/Terminal.h"
 
@@ -16,6 +18,11 @@ namespace {
 struct Run {
   int operator()(const quillbook::cli::BuildOptions& options) const { return quillbook::cli::RunBuild(options); }
   int operator()(const quillbook::cli::InfoOptions& options) const { return quillbook::cli::RunInfo(options); }
+  int operator()(const quillbook::cli::CompileCommandOptions& options) const {
+    return quillbook::cli::RunCompile(options);
+  }
+  int operator()(const quillbook::cli::InspectOptions& options) const { return quillbook::cli::RunInspect(options); }
+  int operator()(const quillbook::cli::ExtractOptions& options) const { return quillbook::cli::RunExtract(options); }
   int operator()(int exitCode) const { return exitCode; }
 };
 

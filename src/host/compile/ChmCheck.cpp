@@ -1,7 +1,6 @@
 #include "host/compile/ChmCheck.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "host/compile/ChmTables.h"
 #include "host/compile/HelpProject.h"
@@ -15,16 +14,19 @@ namespace {
 
 class Check {
  public:
-  Check(const ByteSource& file, const ChmExpectation& expected, MessageList& messages)
-      : mReader(file), mTables(mReader, expected.codePage), mExpected(expected), mMessages(messages) {}
+  Check(const HelpOutput& output, const ChmExpectation& expected, MessageList& messages)
+      : mOutput(output),
+        mReader(output.Bytes()),
+        mTables(mReader, expected.codePage),
+        mExpected(expected),
+        mMessages(messages) {}
 
   void Run() {
-    CheckFiles();
+    mOutput.CheckFiles(mReader, mMessages);
     CheckSystem();
     CheckTopics();
     if (mExpected.binaryContents) CheckContents();
     if (mExpected.binaryIndex) CheckKeywords();
-    for (const auto& problem : mReader.Problems()) Differ(problem);
     for (const auto& problem : mTables.Problems()) Differ(problem);
   }
 
@@ -35,14 +37,6 @@ class Check {
   /// What a text becomes on its way through the code page.
   [[nodiscard]] std::string Through(std::string_view text) const {
     return DecodeHelpText(mExpected.encode(text), mExpected.codePage);
-  }
-
-  void CheckFiles() {
-    for (const auto& file : mExpected.files) {
-      const auto* entry = mReader.Find(file.name);
-      if (!entry || entry->length != file.size || HashOfBytes(mReader.ReadAll(*entry, file.size)) != file.hash)
-        Differ("'" + file.name + "' has other bytes");
-    }
   }
 
   void CheckSystem() {
@@ -101,6 +95,7 @@ class Check {
     return length - 2 <= LongestKeyword ? name == keyword.path.back() : keyword.path.back().starts_with(name);
   }
 
+  const HelpOutput& mOutput;
   StorageReader mReader;
   ChmTables mTables;
   const ChmExpectation& mExpected;
@@ -109,23 +104,9 @@ class Check {
 
 }  // namespace
 
-std::uint64_t HashOfBytes(std::string_view bytes) noexcept {
-  constexpr std::uint64_t prime = 0x9E3779B97F4A7C15ULL;
-  std::uint64_t hash = bytes.size() * prime;
-  while (bytes.size() >= 8) {
-    std::uint64_t eight = 0;
-    std::memcpy(&eight, bytes.data(), 8);
-    hash = (hash ^ eight) * prime;
-    hash ^= hash >> 29;
-    bytes.remove_prefix(8);
-  }
-  for (const char c : bytes) hash = (hash ^ static_cast<unsigned char>(c)) * prime;
-  return hash ^ (hash >> 32);
-}
-
-void CheckChm(const ByteSource& file, const ChmExpectation& expected, MessageList& messages) {
+void CheckChm(const HelpOutput& output, const ChmExpectation& expected, MessageList& messages) {
   try {
-    Check(file, expected, messages).Run();
+    Check(output, expected, messages).Run();
   } catch (const Failure& failure) {
     messages.Error("HC5002", "The new help file can't be read back: " + failure.Description());
   }

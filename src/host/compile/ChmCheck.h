@@ -7,25 +7,16 @@
 #include <string_view>
 #include <vector>
 
-#include "host/compile/ByteSink.h"
 #include "host/compile/ChmTopics.h"
-#include "host/compile/CompileMessage.h"
+#include "host/compile/HelpOutput.h"
 #include "host/compile/KeywordIndex.h"
 #include "host/compile/Sitemap.h"
+#include "quillbook/host/CompileMessage.h"
 
 namespace quillbook::compile {
 
-/// A quick number for the content of a file; different for files that differ by an accident.
-[[nodiscard]] std::uint64_t HashOfBytes(std::string_view bytes) noexcept;
-
 /// What a help file must hold. What is pointed to outlives the check.
 struct ChmExpectation {
-  struct File {
-    std::string name;
-    std::uint64_t size = 0;
-    std::uint64_t hash = 0;
-  };
-  std::vector<File> files;
   int codePage = 1252;
   std::string title;
   std::string defaultTopic;
@@ -38,6 +29,6 @@ struct ChmExpectation {
 };
 
 /// Every difference is an error message that says which.
-void CheckChm(const ByteSource& file, const ChmExpectation& expected, MessageList& messages);
+void CheckChm(const HelpOutput& output, const ChmExpectation& expected, MessageList& messages);
 
 }  // namespace quillbook::compile

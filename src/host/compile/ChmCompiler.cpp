@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <memory>
 #include <optional>
 
@@ -11,11 +10,9 @@
 #include "host/compile/CodePageText.h"
 #include "host/compile/ContentsIndex.h"
 #include "host/compile/EncodingAudit.h"
-#include "host/compile/FileBytes.h"
 #include "host/compile/FullTextIndex.h"
-#include "host/compile/ItsfWriter.h"
+#include "host/compile/HelpOutput.h"
 #include "host/compile/KeywordIndex.h"
-#include "host/compile/Names.h"
 #include "host/compile/PageScan.h"
 #include "host/compile/ProjectFiles.h"
 #include "host/compile/WordSplitter.h"
@@ -26,11 +23,6 @@
 namespace quillbook::compile {
 
 namespace {
-
-std::uint32_t TimeStampOfEnvironment() {
-  const char* text = std::getenv("SOURCE_DATE_EPOCH");
-  return text ? static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10)) : 0;
-}
 
 bool IsPage(std::string_view path) {
   return EndsWithIgnoringCase(path, ".htm") || EndsWithIgnoringCase(path, ".html") ||
@@ -90,8 +82,7 @@ class ChmCompile {
   void StoreKeywordStreams(const std::string& folder, std::vector<KeywordEntry>& entries);
   void StoreFullText();
   void StoreSystem();
-  void StoreFolders();
-  void AddTable(std::string_view name, std::string_view bytes);
+  void AddTable(std::string_view name, std::string_view bytes) { mOutput->AddTable(name, bytes); }
   void FinishContainer();
   void CheckResult();
   void Publish();
@@ -109,9 +100,7 @@ class ChmCompile {
   std::unique_ptr<CodePageText> mCodePage;
   std::unique_ptr<EncodingAudit> mAudit;
   std::unique_ptr<ProjectFiles> mFiles;
-  std::unique_ptr<SpoolFile> mSpool;
-  std::unique_ptr<StorageWriter> mStorage;
-  MemorySink mFront;
+  std::unique_ptr<HelpOutput> mOutput;
   ChmTopics mTopics;
   ChmStrings mStrings;
   FullTextIndex mFullText;
@@ -228,9 +217,7 @@ void ChmCompile::AuditNames() {
 
 // 5: file after file goes into the container; one at a time is in memory.
 void ChmCompile::StoreFiles() {
-  const auto folder = std::string(FolderOf(mReport.output));
-  mSpool = std::make_unique<SpoolFile>(folder.empty() ? "." : folder);
-  mStorage = std::make_unique<StorageWriter>(*mSpool);
+  mOutput = std::make_unique<HelpOutput>(mReport.output);
   // The list grows meanwhile.
   for (std::size_t i = 0; i < mFiles->All().size(); ++i) StoreFile(std::string(mFiles->All()[i]));
 }
@@ -243,9 +230,7 @@ void ChmCompile::StoreFile(const std::string& path) {
     Messages().Error("HC3005", "The file can't be read: " + failure.Description(), mFiles->NativePath(path));
     return;
   }
-  const auto name = "/" + path;
-  mStorage->AddCompressed(name, bytes);
-  mExpected.files.push_back({name, bytes.size(), HashOfBytes(bytes)});
+  mOutput->AddFile("/" + path, bytes);
   ++mReport.files;
   if (!IsPage(path)) return;
   ++mReport.pages;
@@ -300,11 +285,7 @@ void ChmCompile::StoreTables() {
   AddTable("/#URLTBL", mTopics.UrlTableBytes());
   AddTable("/#URLSTR", mTopics.UrlStringsBytes());
   AddTable("/#STRINGS", mStrings.Bytes());
-  StoreFolders();
-}
-
-void ChmCompile::AddTable(std::string_view name, std::string_view bytes) {
-  mStorage->AddCompressed(name, bytes);
+  mOutput->AddFolders(mFiles->All());
 }
 
 void ChmCompile::StoreContents() {
@@ -359,9 +340,9 @@ void ChmCompile::StoreKeywordStreams(const std::string& folder, std::vector<Keyw
 void ChmCompile::StoreFullText() {
   if (!mProject.fullTextSearch || mFullText.IsEmpty()) return;
   mSystem.fullText = true;
-  mStorage->BeginCompressed("/$FIftiMain");
+  mOutput->Storage().BeginCompressed("/$FIftiMain");
   mFullText.Write(static_cast<std::uint32_t>(mProject.codePage), mProject.localeId,
-                  [this](std::string_view piece) { mStorage->Append(piece); });
+                  [this](std::string_view piece) { mOutput->Storage().Append(piece); });
   AddTable("/$OBJINST", BuildWordBreaker(mProject.codePage, mProject.localeId));
 }
 
@@ -374,28 +355,14 @@ void ChmCompile::StoreSystem() {
   if (!mProject.contextIds.empty()) AddTable("/#IVB", BuildContextIds(mProject.contextIds, mStrings, *mCodePage));
   const auto header = BuildIndexHeader(mProject, mContents.sitemap, mTopics.Count(), mStrings, *mCodePage);
   AddTable("/#IDXHDR", header);
-  mStorage->AddStored("/#SYSTEM", BuildSystem(mProject, mSystem, header, *mCodePage));
-  mStorage->AddStored("/#ITBITS", {});
-}
-
-/// Folders are entries without content.
-void ChmCompile::StoreFolders() {
-  std::vector<std::string> folders{"/"};
-  for (const auto& path : mFiles->All())
-    for (auto at = path.find('/'); at != std::string::npos; at = path.find('/', at + 1))
-      folders.push_back("/" + path.substr(0, at + 1));
-  std::sort(folders.begin(), folders.end(), NameLess);
-  folders.erase(std::unique(folders.begin(), folders.end(),
-                            [](const auto& left, const auto& right) { return FoldName(left) == FoldName(right); }),
-                folders.end());
-  for (const auto& folder : folders) mStorage->AddStored(folder, {});
+  mOutput->Storage().AddStored("/#SYSTEM", BuildSystem(mProject, mSystem, header, *mCodePage));
+  mOutput->Storage().AddStored("/#ITBITS", {});
 }
 
 // 7: header and directory.
 void ChmCompile::FinishContainer() {
-  mStorage->Finish(ItsfTransform());
-  WriteItsfFront(mFront, *mStorage, mSystem.timeStamp, mProject.localeId);
-  mReport.bytes = mFront.Bytes().size() + mSpool->Size();
+  mOutput->Finish(StorageReader::Format::HtmlHelp1, mSystem.timeStamp, mProject.localeId);
+  mReport.bytes = mOutput->Size();
 }
 
 // 8: the file is read back before it takes the place of the old one.
@@ -411,8 +378,7 @@ void ChmCompile::CheckResult() {
   mExpected.binaryIndex = mSystem.binaryIndex;
   mExpected.topics = &mTopics;
   mExpected.encode = [this](std::string_view text) { return Encode(text); };
-  const MemorySource front(mFront.Bytes());
-  CheckChm(JoinedSource(front, *mSpool), mExpected, Messages());
+  CheckChm(*mOutput, mExpected, Messages());
   mReport.checkSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
@@ -421,11 +387,7 @@ void ChmCompile::Publish() {
   if (mOptions.strict && Messages().Warnings() > 0)
     Messages().Error("HC4002", "There were warnings, and none are allowed; no help file was made");
   if (Messages().Errors() > 0) return;
-  constexpr std::size_t piece = 1U << 18;
-  const auto writer = Platform::Current().Files().ReplaceFile(mReport.output, true);
-  writer->Write(mFront.Bytes());
-  for (std::uint64_t at = 0; at < mSpool->Size(); at += piece) writer->Write(mSpool->Read(at, piece));
-  writer->Close();
+  mOutput->Publish();
   mReport.outcome = CompileReport::Outcome::Made;
 }
 

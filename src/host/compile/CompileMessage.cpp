@@ -1,4 +1,4 @@
-#include "host/compile/CompileMessage.h"
+#include "quillbook/host/CompileMessage.h"
 
 namespace quillbook::compile {
 

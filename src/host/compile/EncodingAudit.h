@@ -5,10 +5,10 @@
 #include <string_view>
 
 #include "host/compile/CodePageText.h"
-#include "host/compile/CompileMessage.h"
 #include "host/compile/HelpProject.h"
 #include "host/compile/PageScan.h"
 #include "host/compile/Sitemap.h"
+#include "quillbook/host/CompileMessage.h"
 
 namespace quillbook::compile {
 

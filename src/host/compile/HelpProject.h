@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/compile/CompileMessage.h"
+#include "quillbook/host/CompileMessage.h"
 
 namespace quillbook::compile {
 

@@ -54,24 +54,62 @@ struct Token {
   std::uint8_t extraBits = 0;
 };
 
-/// A match that could be taken at a place, with the bits it is expected to save against literals.
+constexpr std::uint32_t FirstLearning = 0x1000;
+
+/// A match that could be taken at a place, with the bits that it is expected to save against literals.
 struct Choice {
   std::uint32_t length = 1;
   std::uint32_t distance = 0;
   int saved = 0;
 };
 
-constexpr int LiteralBits = 6;  // what a literal of HTML costs, near enough
+/// What symbols are expected to cost in bits: at first as much as in HTML of all kinds, then as much as they would have
+/// so far in the interval. What didn't occur yet costs as much as a rare symbol does.
+class SymbolCosts {
+ public:
+  void Begin() {
+    mMain.fill(7);
+    std::fill(mMain.begin(), mMain.begin() + Literals, std::uint8_t{6});
+    mLength.fill(6);
+  }
 
-int BitsSaved(std::uint32_t length, int offsetBits) {
-  const int lengthBits = length < 9 ? 0 : 4 + std::bit_width(length) / 2;
-  return static_cast<int>(length) * LiteralBits - 6 - lengthBits - offsetBits;
-}
+  void Learn(std::span<const std::uint8_t> mainLengths, std::span<const std::uint8_t> lengthLengths) {
+    for (std::size_t i = 0; i < mMain.size(); ++i) mMain[i] = mainLengths[i] ? mainLengths[i] : RareMain;
+    for (std::size_t i = 0; i < mLength.size(); ++i) mLength[i] = lengthLengths[i] ? lengthLengths[i] : RareLength;
+  }
+
+  /// Sums up what the bytes of the input cost as literals.
+  void Measure(std::string_view input) {
+    std::uint32_t sum = 0;
+    for (std::size_t i = 0; i < input.size(); ++i) {
+      mBefore[i] = sum;
+      sum += mMain[static_cast<unsigned char>(input[i])];
+    }
+    mBefore[input.size()] = sum;
+  }
+
+  /// Bits that a match saves against literals.
+  [[nodiscard]] int SavedBy(std::uint32_t position, std::uint32_t length, std::size_t slot) const noexcept {
+    const auto header = std::min(length - 2, 7U);
+    const int cost = mMain[Literals + slot * 8 + header] + (header == 7 ? mLength[length - 9] : 0) + ExtraBits(slot);
+    return static_cast<int>(mBefore[position + length] - mBefore[position]) - cost;
+  }
+
+ private:
+  static constexpr std::uint8_t RareMain = 12;
+  static constexpr std::uint8_t RareLength = 9;
+
+  std::array<std::uint8_t, MainSymbols> mMain{};
+  std::array<std::uint8_t, LengthSymbols> mLength{};
+  std::array<std::uint32_t, LzxEncoder::IntervalSize + 1> mBefore{};
+};
 
 }  // namespace
 
 struct LzxEncoder::State {
   LzxMatchFinder finder;
+  SymbolCosts costs;
+  std::uint32_t nextLearning = 0;  ///< where to look again at what symbols cost
   std::vector<Token> tokens;
   std::size_t firstFrameTokens = 0;
   std::array<std::uint32_t, 3> recent{1, 1, 1};
@@ -88,6 +126,7 @@ struct LzxEncoder::State {
   void Begin(std::string_view input);
   void Parse(std::string_view input);
   Choice Best(std::string_view input, std::uint32_t position, std::uint32_t limit, int toBeat);
+  void LearnCosts(std::string_view input);
   void AddLiteral(char byte);
   void AddMatch(const Choice& match);
   void BuildTrees();
@@ -98,6 +137,9 @@ struct LzxEncoder::State {
 
 void LzxEncoder::State::Begin(std::string_view input) {
   finder.Begin(input);
+  costs.Begin();
+  costs.Measure(input);
+  nextLearning = FirstLearning;
   tokens.clear();
   firstFrameTokens = 0;
   recent = {1, 1, 1};
@@ -109,14 +151,17 @@ void LzxEncoder::State::Begin(std::string_view input) {
 Choice LzxEncoder::State::Best(std::string_view input, std::uint32_t position, std::uint32_t limit, int toBeat) {
   Choice best{1, 0, toBeat};
   const char* here = input.data() + position;
-  for (const auto distance : recent) {
+  for (std::size_t slot = 0; slot < recent.size(); ++slot) {
+    const auto distance = recent[slot];
     if (distance > position) continue;
     const auto length = LzxMatchFinder::CommonLength(here, here - distance, limit);
-    if (length >= 2 && BitsSaved(length, 0) > best.saved) best = {length, distance, BitsSaved(length, 0)};
+    if (length < 2) continue;
+    const auto saved = costs.SavedBy(position, length, slot);
+    if (saved > best.saved) best = {length, distance, saved};
   }
-  const auto match = finder.FindAndInsert(position, limit, best.distance ? best.length : 0);
-  if (match.length >= LzxMatchFinder::MinimumLength && match.distance <= MaximumDistance) {
-    const auto saved = BitsSaved(match.length, ExtraBits(SlotOf(match.distance + 2)));
+  for (const auto& match : finder.FindAndInsert(position, limit, best.distance ? best.length : 0)) {
+    if (match.distance > MaximumDistance) break;
+    const auto saved = costs.SavedBy(position, match.length, SlotOf(match.distance + 2));
     if (saved > best.saved) best = {match.length, match.distance, saved};
   }
   return best;
@@ -127,6 +172,7 @@ void LzxEncoder::State::Parse(std::string_view input) {
   Choice pending;  // what was found one place ahead, if anything
   bool havePending = false;
   for (std::uint32_t position = 0; position < size;) {
+    if (position >= nextLearning) LearnCosts(input);
     if (position == FrameSize) firstFrameTokens = tokens.size();
     const auto frameEnd = (position / FrameSize + 1) * FrameSize;
     const auto room = static_cast<std::uint32_t>(frameEnd) - position;
@@ -153,6 +199,14 @@ void LzxEncoder::State::Parse(std::string_view input) {
     for (; inserted < position; ++inserted) finder.Insert(inserted);
   }
   if (size <= FrameSize) firstFrameTokens = tokens.size();
+}
+
+void LzxEncoder::State::LearnCosts(std::string_view input) {
+  BuildCodeLengths(mainCounts, 16, mainLengths);
+  BuildCodeLengths(lengthCounts, 16, lengthLengths);
+  costs.Learn(mainLengths, lengthLengths);
+  costs.Measure(input);
+  nextLearning *= 2;
 }
 
 void LzxEncoder::State::AddLiteral(char byte) {

@@ -43,29 +43,31 @@ void LzxMatchFinder::Insert(std::uint32_t position) {
   head = position + mBase;
 }
 
-LzxMatchFinder::Match LzxMatchFinder::FindAndInsert(std::uint32_t position, std::uint32_t limit,
-                                                    std::uint32_t longerThan) {
-  Match best{std::max(longerThan, MinimumLength - 1), 0};
+std::span<const LzxMatchFinder::Match> LzxMatchFinder::FindAndInsert(std::uint32_t position, std::uint32_t limit,
+                                                                     std::uint32_t longerThan) {
   if (position + MinimumLength > mData.size()) return {};
   auto& head = mHead[HashAt(position)];
   auto candidate = head;
   mPrevious[position] = candidate;
   head = position + mBase;
-  if (limit <= best.length) return {};
+  auto best = std::max(longerThan, MinimumLength - 1);
+  if (limit <= best) return {};
+  std::size_t count = 0;
   const char* here = mData.data() + position;
   for (auto left = MaximumChain; candidate >= mBase && left > 0; --left) {
     const auto at = candidate - mBase;
     const char* there = mData.data() + at;
-    if (there[best.length] == here[best.length]) {
+    if (there[best] == here[best]) {
       const auto length = CommonLength(here, there, limit);
-      if (length > best.length) {
-        best = {length, position - at};
+      if (length > best) {
+        best = length;
+        mFound[count++] = {length, position - at};
         if (length >= GoodLength || length == limit) break;
       }
     }
     candidate = mPrevious[at];
   }
-  return best.distance ? best : Match{};
+  return std::span(mFound).first(count);
 }
 
 }  // namespace quillbook::compile

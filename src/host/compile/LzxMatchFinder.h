@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 namespace quillbook::compile {
@@ -19,9 +20,11 @@ class LzxMatchFinder {
 
   /// Begins with new data of at most 64 KiB.
   void Begin(std::string_view data);
-  /// The longest match at a position, at most `limit` long; length 0 if there is none of three bytes. A nearer match
-  /// wins over one of the same length farther away. The position is entered into the chains.
-  [[nodiscard]] Match FindAndInsert(std::uint32_t position, std::uint32_t limit, std::uint32_t longerThan);
+  /// Matches at a position, at most `limit` long and longer than `longerThan`, each longer and farther away than the
+  /// one before; none if there is none of three bytes. The position is entered into the chains. The list is good until
+  /// the next call.
+  [[nodiscard]] std::span<const Match> FindAndInsert(std::uint32_t position, std::uint32_t limit,
+                                                     std::uint32_t longerThan);
   void Insert(std::uint32_t position);
 
   /// Bytes that two places have in common, at most `limit`.
@@ -38,6 +41,7 @@ class LzxMatchFinder {
   std::array<std::uint32_t, 1U << HashBits> mHead{};  ///< position + mBase; below mBase: empty
   std::array<std::uint32_t, 0x10000> mPrevious{};
   std::uint32_t mBase = 0;
+  std::array<Match, MaximumChain> mFound{};
 };
 
 }  // namespace quillbook::compile

@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "host/compile/CompileMessage.h"
+#include "quillbook/host/CompileMessage.h"
 
 namespace quillbook::compile {
 
