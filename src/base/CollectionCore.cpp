@@ -12,6 +12,9 @@ namespace {
 // Below this many keys a walk over the members is quicker than a table, and most collections stay below it.
 constexpr std::size_t SmallCount = 8;
 
+// Most collections have one to four members; growing by doubling from one would move them twice.
+constexpr std::size_t FirstCapacity = 4;
+
 // Room between the order numbers of neighbours: 32 insertions at one place before all are numbered anew.
 constexpr std::uint64_t OrderStep = std::uint64_t{1} << 32;
 
@@ -106,6 +109,7 @@ void CollectionCore::OpenSlot(std::size_t place, CollectionEntry* entry) {
     mSlots.erase(mSlots.begin(), mSlots.begin() + static_cast<std::ptrdiff_t>(mGap));
     mGap = 0;
   }
+  if (mSlots.capacity() == 0) mSlots.reserve(FirstCapacity);
   mSlots.insert(mSlots.begin() + static_cast<std::ptrdiff_t>(mGap + place), entry);
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <limits>
 #include <unordered_map>
+#include <utility>
 
 #include "project/ProjectWriter.h"
 #include "quillbook/base/Text.h"
@@ -116,7 +117,7 @@ void ProjectLoader::ReadSections(const XMLElement& root) {
   mProject.TopicCategories->PauseEvents = false;
   mProject.Topics->PauseEvents = false;
   mProject.OtherFiles->PauseEvents = true;
-  ReadSecondPass(root);
+  ReadSecondPass();
   mProject.OtherFiles->PauseEvents = false;
   if (mProject.mTemplateName.empty()) TakeTemplateFromValues();
 }
@@ -124,11 +125,17 @@ void ProjectLoader::ReadSections(const XMLElement& root) {
 // First pass: what other records refer to.
 
 void ProjectLoader::ReadFirstPass(const XMLElement& root) {
-  for (const auto& e : root.ChildElements()) {
-    if (EqualsIgnoringCase(e.Name(), "topic"))
+  const auto elements = root.ChildElements();
+  for (auto next = elements.begin(); next != elements.end();) {
+    auto e = *next++;
+    if (EqualsIgnoringCase(e.Name(), "topic")) {
       ReadTopic(e);
-    else if (EqualsIgnoringCase(e.Name(), "cat"))
+      e.Discard();  // topics are most of a file; what they took serves those that follow
+    } else if (EqualsIgnoringCase(e.Name(), "cat")) {
       ReadCategory(e);
+    } else {
+      mOtherElements.push_back(e);
+    }
   }
 }
 
@@ -152,7 +159,7 @@ void ProjectLoader::ReadTopic(const XMLElement& e) {
 
 // Second pass: everything else.
 
-void ProjectLoader::ReadSecondPass(const XMLElement& root) {
+void ProjectLoader::ReadSecondPass() {
   static constexpr std::array<Section, 9> sections = {{
       {"nodes", &ProjectLoader::ReadNodes},
       {"variablevalue", &ProjectLoader::ReadVariableValue},
@@ -164,7 +171,7 @@ void ProjectLoader::ReadSecondPass(const XMLElement& root) {
       {"buildprofiles", &ProjectLoader::ReadBuildProfiles},
       {"projectproperties", &ProjectLoader::ReadProjectProperties},
   }};
-  for (const auto& e : root.ChildElements()) {
+  for (const auto& e : std::exchange(mOtherElements, {})) {
     const auto section = std::find_if(sections.begin(), sections.end(), [name = e.Name()](const Section& candidate) {
       return EqualsIgnoringCase(name, candidate.name);
     });
@@ -259,7 +266,7 @@ void ProjectLoader::ConvertNumberedKeys() {
   RenewTopicKeys();
   // The collections are filed under the old keys, so the project is rebuilt from its own text.
   XMLDocument converted;
-  converted.LoadXML(ProjectWriter(mProject).Document().ToString());
+  converted.LoadXML(ProjectWriter(mProject).Text());
   ProjectLoader(mProject, false).Run(std::move(converted));
   mProject.mLoading = true;
 }

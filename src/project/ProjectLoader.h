@@ -39,7 +39,7 @@ class ProjectLoader {
   void ReadFirstPass(const XMLElement& root);
   void ReadCategory(const XMLElement& e);
   void ReadTopic(const XMLElement& e);
-  void ReadSecondPass(const XMLElement& root);
+  void ReadSecondPass();
   void ReadNodes(const XMLElement& e);
   void ReadVariableValue(const XMLElement& e);
   void ReadOtherFile(const XMLElement& e);
@@ -59,7 +59,8 @@ class ProjectLoader {
 
   QBProject& mProject;
   const bool mReload;
-  bool mNumberedKeys = false;  ///< a topic's key begins with "T": the file is from before keys were GUIDs
+  std::vector<XMLElement> mOtherElements;  ///< what the first pass leaves to the second
+  bool mNumberedKeys = false;              ///< a topic's key begins with "T": the file is from before keys were GUIDs
   // Settings of older files, for the profile that they get.
   std::string mOutputFileName;
   std::string mHelp2Namespace;

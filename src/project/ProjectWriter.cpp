@@ -17,67 +17,74 @@
 
 namespace quillbook {
 
-XMLDocument ProjectWriter::Document() {
-  XMLDocument document;
-  auto root = document.DocumentElement();
-  root.SetName("QBProject");
-  WriteAttributes(root);
-  WriteSpelling(root);
-  WriteCategories(root);
-  WriteVariableValues(root);
-  WriteOtherFiles(root);
-  WriteTopics(root);
-  WriteCollections(root);
-  return document;
+void ProjectWriter::WriteTo(const XMLOutput::Sink& sink) {
+  XMLOutput output(mRoot, sink);
+  WriteAttributes();
+  WriteSpelling();
+  WriteCategories();
+  WriteVariableValues();
+  WriteOtherFiles();
+  WriteTopics(output);
+  WriteCollections();
+  output.Finish();
 }
 
-void ProjectWriter::WriteAttributes(XMLElement root) const {
-  root.AddAttribute("ProjectType", std::to_string(mProject.ProjectType()));
-  root.AddAttribute("Version", LibraryVersion());
-  root.AddAttribute("SaveDateTime", Date::Now().Format("dd/mm/yyyy hh:nn:ss"));
-  root.AddAttribute("MVPFileName", mProject.mMVPFileName);
-  root.AddAttribute("TemplateName", mProject.mTemplateName);
-  root.AddAttribute("SpellLastCheckDateTime", mProject.mSpellLastCheckDateTime.ToLocaleText());
-  root.AddAttribute("Title", mProject.mTitle);
+std::string ProjectWriter::Text() {
+  std::string text;
+  WriteTo([&text](std::string_view part) { text += part; });
+  return text;
+}
+
+void ProjectWriter::WriteAttributes() {
+  mRoot.AddAttribute("ProjectType", std::to_string(mProject.ProjectType()));
+  mRoot.AddAttribute("Version", LibraryVersion());
+  mRoot.AddAttribute("SaveDateTime", Date::Now().Format("dd/mm/yyyy hh:nn:ss"));
+  mRoot.AddAttribute("MVPFileName", mProject.mMVPFileName);
+  mRoot.AddAttribute("TemplateName", mProject.mTemplateName);
+  mRoot.AddAttribute("SpellLastCheckDateTime", mProject.mSpellLastCheckDateTime.ToLocaleText());
+  mRoot.AddAttribute("Title", mProject.mTitle);
   // Source control and header files have gone from the library; their attributes stay in the file.
-  root.AddAttribute("SCCActivated", BooleanText(false));
-  root.AddAttribute("SCCProject", "");
-  root.AddAttribute("HelpContextIDHeaderFile", "");
-  root.AddAttribute("OutputDirectory", mProject.mOutputDirectory);
-  root.AddAttribute("AutoGenerateIndexEntries", BooleanText(mProject.mAutoGenerateIndexEntries));
-  root.AddAttribute("AutoGenerateCategoryIndex", BooleanText(mProject.mAutoGenerateCategoryIndex));
-  root.AddAttribute("BuildMVProject", BooleanText(mProject.mBuildMVProject));
-  root.AddAttribute("DefaultTopic", mProject.mDefaultTopicID);
-  root.AddAttribute("Lite", BooleanText(true));
+  mRoot.AddAttribute("SCCActivated", BooleanText(false));
+  mRoot.AddAttribute("SCCProject", "");
+  mRoot.AddAttribute("HelpContextIDHeaderFile", "");
+  mRoot.AddAttribute("OutputDirectory", mProject.mOutputDirectory);
+  mRoot.AddAttribute("AutoGenerateIndexEntries", BooleanText(mProject.mAutoGenerateIndexEntries));
+  mRoot.AddAttribute("AutoGenerateCategoryIndex", BooleanText(mProject.mAutoGenerateCategoryIndex));
+  mRoot.AddAttribute("BuildMVProject", BooleanText(mProject.mBuildMVProject));
+  mRoot.AddAttribute("DefaultTopic", mProject.mDefaultTopicID);
+  mRoot.AddAttribute("Lite", BooleanText(true));
 }
 
-void ProjectWriter::WriteSpelling(XMLElement root) const {
-  root.AddChild("SpellIgnoreAllWordList", TextHelper::Join(*mProject.SpellIgnoreAllWordList, "|"));
+void ProjectWriter::WriteSpelling() {
+  mRoot.AddChild("SpellIgnoreAllWordList", TextHelper::Join(*mProject.SpellIgnoreAllWordList, "|"));
 }
 
-void ProjectWriter::WriteCategories(XMLElement root) const {
-  for (const auto& category : *mProject.TopicCategories) category->Save(root.AddChild("cat"));
+void ProjectWriter::WriteCategories() {
+  for (const auto& category : *mProject.TopicCategories) category->Save(mRoot.AddChild("cat"));
 }
 
-void ProjectWriter::WriteVariableValues(XMLElement root) const {
+void ProjectWriter::WriteVariableValues() {
   for (const auto& value : *mProject.VariableValues)
-    if (!value->Name.empty()) root.AddChild("VariableValue", value->Value).AddAttribute("Name", value->Name);
+    if (!value->Name.empty()) mRoot.AddChild("VariableValue", value->Value).AddAttribute("Name", value->Name);
 }
 
-void ProjectWriter::WriteOtherFiles(XMLElement root) const {
-  for (const auto& file : *mProject.OtherFiles) file->Save(root.AddChild("file"));
+void ProjectWriter::WriteOtherFiles() {
+  for (const auto& file : *mProject.OtherFiles) file->Save(mRoot.AddChild("file"));
 }
 
-void ProjectWriter::WriteTopics(XMLElement root) const {
-  for (const auto& topic : *mProject.Topics) topic->Save(root.AddChild("Topic"));
+void ProjectWriter::WriteTopics(XMLOutput& output) {
+  for (const auto& topic : *mProject.Topics) {
+    topic->Save(mRoot.AddChild("Topic"));
+    output.Flush();
+  }
 }
 
-void ProjectWriter::WriteCollections(XMLElement root) const {
-  mProject.GlossaryItems()->Save(root.AddChild("GlossaryItems"));
-  mProject.QBNodes->Save(root.AddChild("Nodes"));
-  mProject.Tasks->Save(root.AddChild("Tasks"));
-  mProject.BuildProfiles->Save(root.AddChild("BuildProfiles"));
-  mProject.mProjectProperties->Save(root.AddChild("ProjectProperties"));
+void ProjectWriter::WriteCollections() {
+  mProject.GlossaryItems()->Save(mRoot.AddChild("GlossaryItems"));
+  mProject.QBNodes->Save(mRoot.AddChild("Nodes"));
+  mProject.Tasks->Save(mRoot.AddChild("Tasks"));
+  mProject.BuildProfiles->Save(mRoot.AddChild("BuildProfiles"));
+  mProject.mProjectProperties->Save(mRoot.AddChild("ProjectProperties"));
 }
 
 }  // namespace quillbook

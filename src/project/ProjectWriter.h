@@ -1,28 +1,34 @@
 // Writes a project as the text of its file.
 #pragma once
 
+#include <string>
+
 #include "quillbook/frame/services/XMLDocument.h"
+#include "quillbook/frame/services/XMLOutput.h"
 #include "quillbook/project/QBProject.h"
 
 namespace quillbook {
 
+/// Hands out the text in parts, so that a project never stands in memory a second time.
 class ProjectWriter {
  public:
-  explicit ProjectWriter(QBProject& project) : mProject(project) {}
+  explicit ProjectWriter(QBProject& project) : mProject(project) { mRoot.SetName("QBProject"); }
 
-  /// The whole file.
-  [[nodiscard]] XMLDocument Document();
+  void WriteTo(const XMLOutput::Sink& sink);
+  [[nodiscard]] std::string Text();
 
  private:
-  void WriteAttributes(XMLElement root) const;
-  void WriteSpelling(XMLElement root) const;
-  void WriteCategories(XMLElement root) const;
-  void WriteVariableValues(XMLElement root) const;
-  void WriteOtherFiles(XMLElement root) const;
-  void WriteTopics(XMLElement root) const;
-  void WriteCollections(XMLElement root) const;
+  void WriteAttributes();
+  void WriteSpelling();
+  void WriteCategories();
+  void WriteVariableValues();
+  void WriteOtherFiles();
+  void WriteTopics(XMLOutput& output);
+  void WriteCollections();
 
   QBProject& mProject;
+  XMLDocument mDocument;
+  XMLElement mRoot = mDocument.DocumentElement();
 };
 
 }  // namespace quillbook

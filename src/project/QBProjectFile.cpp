@@ -118,7 +118,7 @@ bool QBProject::LoadXMLDocument(XMLDocument doc, bool Reload) {
 // Saving.
 
 std::string QBProject::Save() {
-  return Procedure(*this, "Save").Run([this] { return ProjectWriter(*this).Document().ToString(); });
+  return Procedure(*this, "Save").Run([this] { return ProjectWriter(*this).Text(); });
 }
 
 bool QBProject::SaveToDisk(bool CheckForNewOrDeletedSSItems) {
@@ -154,7 +154,7 @@ bool QBProject::OpenForSaving(FileSystemObject& file) {
 
 bool QBProject::WriteTo(FileSystemObject& file) {
   return IgnoreFailures([&] {
-    ProjectWriter(*this).Document().WriteTo([&](std::string_view part) { file.WriteText(part); });
+    ProjectWriter(*this).WriteTo([&](std::string_view part) { file.WriteText(part); });
     file.WriteLine("");
     file.Close();
   });

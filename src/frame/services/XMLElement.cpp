@@ -168,6 +168,21 @@ std::size_t XMLElement::SourceOffset() const {
   return loaded ? static_cast<std::size_t>(name - source.data()) - 1 : 0;
 }
 
+void XMLElement::Discard() {
+  auto node = NodeOf(Node());
+  mTree->ForgetElements();
+  auto parent = node.parent();
+  const auto before = node.previous_sibling();
+  if (detail::IsTextPiece(before) && detail::IsWhiteSpace(before.value())) parent.remove_child(before);
+  parent.remove_child(node);
+  *this = XMLElement();
+}
+
+void XMLElement::DiscardChildren() {
+  mTree->ForgetElements();
+  NodeOf(Node()).remove_children();
+}
+
 XMLElement::operator Variant() const {
   return mNode ? Variant(Variant::Opaque{"{XMLElement}"}) : Variant(Variant::Opaque{"{Nothing}"});
 }

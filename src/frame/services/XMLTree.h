@@ -18,6 +18,8 @@ class AttributeIndex {
  public:
   /// The first attribute of the element that has this name, ignoring case.
   [[nodiscard]] pugi::xml_attribute Find(const pugi::xml_node& element, std::string_view name);
+  /// Elements may have gone.
+  void Forget() noexcept { mElement = {}; }
   /// The element has changed.
   void Forget(const pugi::xml_node& element) noexcept {
     if (mElement == element) mElement = {};
@@ -39,6 +41,11 @@ class XMLTree final : public Object {
   static const TypeInfo& StaticType();
   [[nodiscard]] const TypeInfo& Type() const override { return StaticType(); }
 
+  /// Elements are about to go; what is kept of them goes first.
+  void ForgetElements() noexcept {
+    attributes.Forget();
+    joinedTexts.clear();
+  }
   /// The same text as a C string, valid until the next call; NUL, which would cut it off, becomes U+FFFD.
   const char* Terminated(std::string_view text);
 

@@ -178,9 +178,32 @@ void AppendXMLAttribute(std::string& out, std::string_view text) {
   AppendEscaped<Place::Attribute>(out, text);
 }
 
-void XMLWriter::Write(const pugi::xml_node& root) {
+void XMLWriter::WriteDeclaration() {
   mOut += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+}
+
+void XMLWriter::Write(const pugi::xml_node& root) {
+  WriteDeclaration();
   if (*root.name() != 0) WriteElement(root);
+  HandOver();
+}
+
+void XMLWriter::Open(const pugi::xml_node& root) {
+  WriteDeclaration();
+  StartLine();
+  AppendStartTag(mOut, root);
+  mOut += '>';
+  mDepth = 1;
+}
+
+void XMLWriter::WriteChildren(const pugi::xml_node& root) {
+  for (auto child = root.first_child(); child; child = child.next_sibling())
+    if (!IsTextPiece(child)) WriteElement(child);
+}
+
+void XMLWriter::Close(const pugi::xml_node& root) {
+  mDepth = 0;
+  Leave(root);
   HandOver();
 }
 

@@ -17,12 +17,19 @@ class XMLWriter {
 
   explicit XMLWriter(const Sink& sink) : mSink(sink) { mOut.reserve(2 * partSize); }
 
+  /// The whole document.
   void Write(const pugi::xml_node& root);
+
+  /// The document in pieces: everything before the root's children, the child elements that there are, and the end.
+  void Open(const pugi::xml_node& root);
+  void WriteChildren(const pugi::xml_node& root);
+  void Close(const pugi::xml_node& root);
 
  private:
   /// A part that still fits the processor's cache: it never becomes memory of its own.
   static constexpr std::size_t partSize = 64 * 1024;
 
+  void WriteDeclaration();
   void WriteElement(const pugi::xml_node& root);
   /// Writes the start of a node, or all of it; true if its children come next.
   bool Enter(const pugi::xml_node& node);

@@ -129,11 +129,19 @@ class XMLElement {
   /// Where the element begins in the text that was loaded, in bytes; 0 for an element that was added since.
   [[nodiscard]] std::size_t SourceOffset() const;
 
+  /// Takes the element and the white space before it out of the document and gives their memory back. For readers of
+  /// large documents, which are done with an element when they have read it. No other handle of it, or of an element
+  /// below it, may be used any more; the root can't be taken out.
+  void Discard();
+  /// The same for all that stands below the element.
+  void DiscardChildren();
+
   /// For the state dump.
   operator Variant() const;
 
  private:
   friend class XMLDocument;
+  friend class XMLOutput;
   friend class XMLChildElements::Iterator;
   XMLElement(Ref<detail::XMLTree> tree, void* node) : mTree(std::move(tree)), mNode(node) {}
   [[nodiscard]] void* Node() const;
