@@ -4,6 +4,7 @@
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "host/compile/ChmCheck.h"
 #include "host/compile/ChmSystem.h"
@@ -37,7 +38,6 @@ int LineOf(std::string_view text, std::size_t offset) {
 struct SitemapFile {
   std::string path;  ///< as stored; empty if there is none
   std::string nativePath;
-  std::string bytes;
   Sitemap sitemap;
 };
 
@@ -159,12 +159,12 @@ SitemapFile ChmCompile::ReadSitemap(const std::string& name, int line, std::stri
   file.path = *path;
   file.nativePath = mFiles->NativePath(*path);
   try {
-    file.bytes = Platform::Current().Files().ReadFile(file.nativePath);
+    file.sitemap =
+        ParseSitemap(DecodeHelpText(Platform::Current().Files().ReadFile(file.nativePath), mProject.codePage));
   } catch (const Failure& failure) {
     Messages().Error("HC3005", "The " + std::string(what) + " file can't be read: " + failure.Description(),
                      mention.file, mention.line);
   }
-  file.sitemap = ParseSitemap(DecodeHelpText(file.bytes, mProject.codePage));
   ResolveTargets(file);
   return file;
 }
@@ -187,7 +187,8 @@ void ChmCompile::CollectFiles() {
     const auto found = mFiles->Add(inner.substr(0, inner.size() - anchor.size()), mention, level);
     return found ? *found + anchor : inner;
   };
-  for (const auto& file : mProject.files) (void)add(file.path, {mProject.file, file.line}, IfMissing::Error);
+  for (const auto& file : std::exchange(mProject.files, {}))
+    (void)add(file.path, {mProject.file, file.line}, IfMissing::Error);
   mSystem.defaultTopic = add(mProject.defaultTopic, {mProject.file, mProject.defaultTopicLine}, IfMissing::Error);
   CollectTargets(mContents);
   CollectTargets(mIndex);
@@ -297,7 +298,7 @@ void ChmCompile::StoreContents() {
 
 void ChmCompile::StoreKeywords() {
   std::vector<std::string> path;
-  for (const auto& entry : mIndex.sitemap.entries) {
+  for (const auto& entry : std::exchange(mIndex.sitemap.entries, {})) {
     path.resize(std::min(path.size(), static_cast<std::size_t>(entry.level)));
     path.push_back(entry.name);
     KeywordEntry keyword{path, {}, entry.seeAlso};
@@ -343,6 +344,7 @@ void ChmCompile::StoreFullText() {
   mOutput->Storage().BeginCompressed("/$FIftiMain");
   mFullText.Write(static_cast<std::uint32_t>(mProject.codePage), mProject.localeId,
                   [this](std::string_view piece) { mOutput->Storage().Append(piece); });
+  mFullText = {};  // the largest thing in memory
   AddTable("/$OBJINST", BuildWordBreaker(mProject.codePage, mProject.localeId));
 }
 

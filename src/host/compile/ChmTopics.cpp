@@ -1,6 +1,7 @@
 #include "host/compile/ChmTopics.h"
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
 
 #include "host/compile/Bytes.h"
@@ -21,30 +22,49 @@ constexpr std::uint16_t NotInContents = 2;
 
 std::uint32_t ChmStrings::Add(std::string_view text) {
   if (text.empty()) return 0;
-  const auto [known, added] = mKnown.emplace(std::string(text), 0);
-  if (!added) return known->second;
+  const auto hash = std::hash<std::string_view>()(text);
+  const auto known = mKnown.Find(hash, [&](std::uint32_t offset) {
+    return std::string_view(mBytes).substr(offset).starts_with(text) && mBytes[offset + text.size()] == '\0';
+  });
+  if (known) return *known;
   const auto room = BlockSize - mBytes.size() % BlockSize;
   if (text.size() + 1 > room && text.size() + 1 <= BlockSize) mBytes.append(room, '\0');
-  known->second = static_cast<std::uint32_t>(mBytes.size());
+  const auto offset = static_cast<std::uint32_t>(mBytes.size());
   mBytes.append(text).push_back('\0');
-  return known->second;
+  mKnown.Add(hash, offset);
+  return offset;
 }
 
 std::uint32_t ChmTopics::Add(std::string_view local, std::uint32_t title) {
-  const auto [known, added] = mByLocal.emplace(FoldName(local), static_cast<std::uint32_t>(mTopics.size()));
-  if (added) mTopics.push_back({std::string(local), title, 0, false});
-  auto& topic = mTopics[known->second];
-  if (topic.title == NoTitle) topic.title = title;
-  return known->second;
+  if (const auto known = Find(local); known < mTopics.size()) {
+    auto& topic = mTopics[known];
+    if (topic.title == NoTitle) topic.title = title;
+    return static_cast<std::uint32_t>(known);
+  }
+  const auto number = static_cast<std::uint32_t>(mTopics.size());
+  mTopics.push_back({static_cast<std::uint32_t>(mLocals.size()), title, 0, false});
+  mLocals.emplace_back(local);
+  mByLocal.Add(HashOfName(local), number);
+  return number;
 }
 
 std::uint32_t ChmTopics::AddTitled(std::string_view local, std::uint32_t title) {
   const auto first = Add(local, title);
   if (mTopics[first].title == title) return first;
-  const auto key = FoldName(local) + '\n' + std::to_string(title);
-  const auto [known, added] = mByLocalAndTitle.emplace(key, static_cast<std::uint32_t>(mTopics.size()));
-  if (added) mTopics.push_back({std::string(local), title, 0, false});
-  return known->second;
+  const auto hash = HashOfName(local) ^ title * 0x9E3779B97F4A7C15ULL;
+  const auto known = mByLocalAndTitle.Find(
+      hash, [&](std::uint32_t number) { return mTopics[number].title == title && NameEquals(LocalOf(number), local); });
+  if (known) return *known;
+  const auto number = static_cast<std::uint32_t>(mTopics.size());
+  mTopics.push_back({SameLocal(mTopics[first].local, local), title, 0, false});
+  mByLocalAndTitle.Add(hash, number);
+  return number;
+}
+
+std::uint32_t ChmTopics::SameLocal(std::uint32_t first, std::string_view local) {
+  if (mLocals[first] == local) return first;
+  mLocals.emplace_back(local);
+  return static_cast<std::uint32_t>(mLocals.size() - 1);
 }
 
 void ChmTopics::SetInContents(std::uint32_t topic, std::uint32_t contentsOffset) {
@@ -54,15 +74,15 @@ void ChmTopics::SetInContents(std::uint32_t topic, std::uint32_t contentsOffset)
 }
 
 std::size_t ChmTopics::Find(std::string_view local) const {
-  const auto found = mByLocal.find(FoldName(local));
-  return found == mByLocal.end() ? mTopics.size() : found->second;
+  return mByLocal.Find(HashOfName(local), [&](std::uint32_t number) { return NameEquals(LocalOf(number), local); })
+      .value_or(static_cast<std::uint32_t>(mTopics.size()));
 }
 
 std::vector<std::uint32_t> ChmTopics::UrlTableOrder() const {
   std::vector<std::pair<std::uint32_t, std::uint32_t>> rows;
   rows.reserve(mTopics.size());
   for (std::size_t i = 0; i < mTopics.size(); ++i)
-    rows.emplace_back(UrlHash(mTopics[i].local), static_cast<std::uint32_t>(i));
+    rows.emplace_back(UrlHash(mLocals[mTopics[i].local]), static_cast<std::uint32_t>(i));
   std::sort(rows.begin(), rows.end());
   std::vector<std::uint32_t> order;
   order.reserve(rows.size());
@@ -97,7 +117,7 @@ std::string ChmTopics::UrlTableBytes() const {
   bytes.reserve(mTopics.size() * TableRecord + TableBlock);
   for (std::size_t row = 0; row < order.size(); ++row) {
     if (row > 0 && row % RecordsPerBlock == 0) PutDword(bytes, TableBlock);
-    PutDword(bytes, UrlHash(mTopics[order[row]].local));
+    PutDword(bytes, UrlHash(LocalOf(order[row])));
     PutDword(bytes, order[row]);
     PutDword(bytes, offsets[order[row]]);
   }
@@ -116,7 +136,8 @@ std::vector<std::uint32_t> ChmTopics::UrlStringOffsets(std::string* bytes) const
   std::size_t at = 1;
   if (bytes) bytes->push_back('\0');
   for (const auto& topic : mTopics) {
-    const auto length = 8 + topic.local.size() + 1;
+    const auto& local = mLocals[topic.local];
+    const auto length = 8 + local.size() + 1;
     const auto room = UrlBlock - at % UrlBlock;
     if (length > room) {
       at += room;
@@ -127,7 +148,7 @@ std::vector<std::uint32_t> ChmTopics::UrlStringOffsets(std::string* bytes) const
     if (!bytes) continue;
     PutDword(*bytes, 0);  // neither an outside address
     PutDword(*bytes, 0);  // nor a frame
-    bytes->append(topic.local).push_back('\0');
+    bytes->append(local).push_back('\0');
   }
   return offsets;
 }

@@ -4,8 +4,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
+
+#include "host/compile/NumberTable.h"
 
 namespace quillbook::compile {
 
@@ -20,7 +21,7 @@ class ChmStrings {
   static constexpr std::size_t BlockSize = 4096;  ///< no string crosses the border of a block
 
   std::string mBytes = std::string(1, '\0');
-  std::unordered_map<std::string, std::uint32_t> mKnown;
+  NumberTable mKnown;  ///< offsets of all strings
 };
 
 /// Every page that contents, index, search or context help lead to, by number.
@@ -40,7 +41,7 @@ class ChmTopics {
   /// Number of a page that has been entered, else `Count()`.
   [[nodiscard]] std::size_t Find(std::string_view local) const;
   [[nodiscard]] std::uint32_t TitleOf(std::uint32_t topic) const { return mTopics[topic].title; }
-  [[nodiscard]] const std::string& LocalOf(std::uint32_t topic) const { return mTopics[topic].local; }
+  [[nodiscard]] const std::string& LocalOf(std::uint32_t topic) const { return mLocals[mTopics[topic].local]; }
 
   [[nodiscard]] std::string TopicsBytes() const;
   [[nodiscard]] std::string UrlTableBytes() const;
@@ -48,7 +49,7 @@ class ChmTopics {
 
  private:
   struct Topic {
-    std::string local;
+    std::uint32_t local = 0;  ///< in `mLocals`
     std::uint32_t title = NoTitle;
     std::uint32_t contentsOffset = 0;
     bool inContents = false;
@@ -57,9 +58,13 @@ class ChmTopics {
   [[nodiscard]] std::vector<std::uint32_t> UrlTableOrder() const;
   [[nodiscard]] std::vector<std::uint32_t> UrlStringOffsets(std::string* bytes) const;
 
+  /// Local of another entry for a page that has one already, which as a rule is spelled like the first.
+  std::uint32_t SameLocal(std::uint32_t first, std::string_view local);
+
   std::vector<Topic> mTopics;
-  std::unordered_map<std::string, std::uint32_t> mByLocal;          ///< ASCII letters in lower case
-  std::unordered_map<std::string, std::uint32_t> mByLocalAndTitle;  ///< of the second entries
+  std::vector<std::string> mLocals;
+  NumberTable mByLocal;          ///< of the first entries
+  NumberTable mByLocalAndTitle;  ///< of the second entries
 };
 
 /// The number by which the viewer looks an address up in #URLTBL; contents and index files have one too. Slashes of

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,18 @@ namespace quillbook::compile {
   std::string folded(name);
   for (auto& c : folded) c = FoldName(c);
   return folded;
+}
+
+[[nodiscard]] inline bool NameEquals(std::string_view left, std::string_view right) noexcept {
+  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                    [](char a, char b) { return FoldName(a) == FoldName(b); });
+}
+
+/// The same for names that are equal.
+[[nodiscard]] inline std::uint64_t HashOfName(std::string_view name) noexcept {
+  std::uint64_t hash = 0xcbf29ce484222325ULL;
+  for (const char c : name) hash = (hash ^ static_cast<unsigned char>(FoldName(c))) * 0x100000001b3ULL;
+  return hash;
 }
 
 /// The order of directories.

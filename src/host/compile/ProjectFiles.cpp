@@ -69,29 +69,37 @@ std::optional<std::string> InnerPath(std::string_view folder, std::string_view p
 }
 
 std::optional<std::string> ProjectFiles::Add(const std::string& path, const FileMention& mention, IfMissing level) {
-  const auto [answer, isNew] = mAnswers.try_emplace(path);
-  if (!isNew) return answer->second;
+  if (const auto stored = Find(path); stored && mPaths[*stored] == path) return path;
+  if (const auto answer = mAnswers.find(path); answer != mAnswers.end())
+    return answer->second ? std::optional(mPaths[*answer->second]) : std::nullopt;
   const auto found = FindOnDisk(path);
   if (!found) {
     mMessages.Add({level == IfMissing::Error ? MessageLevel::Error : MessageLevel::Warning, "HC3003",
                    "There is no file '" + path + "'", mention.file, mention.line, 0});
+    mAnswers.emplace(path, std::nullopt);
     return {};
   }
   if (*found != path)
     mMessages.Add({MessageLevel::Note, "HC3002", "'" + path + "' is '" + *found + "' on the disk", mention.file,
                    mention.line, 0});
-  const auto [known, added] = mByName.emplace(FoldName(*found), mPaths.size());
-  if (added) {
+  auto known = Find(*found);
+  if (!known) {
     CheckPath(*found, mention);
+    known = static_cast<std::uint32_t>(mPaths.size());
+    mByName.Add(HashOfName(*found), *known);
     mPaths.push_back(*found);
-  } else if (mPaths[known->second] != *found) {
+  } else if (mPaths[*known] != *found) {
     mMessages.Warning("HC2005",
-                      "'" + *found + "' differs from '" + mPaths[known->second] +
+                      "'" + *found + "' differs from '" + mPaths[*known] +
                           "' by case only; a help file holds one of them, the latter",
                       mention.file, mention.line);
   }
-  answer->second = mPaths[known->second];
-  return answer->second;
+  if (mPaths[*known] != path) mAnswers.emplace(path, known);
+  return mPaths[*known];
+}
+
+std::optional<std::uint32_t> ProjectFiles::Find(std::string_view path) const {
+  return mByName.Find(HashOfName(path), [&](std::uint32_t number) { return NameEquals(mPaths[number], path); });
 }
 
 void ProjectFiles::CheckPath(const std::string& path, const FileMention& mention) {

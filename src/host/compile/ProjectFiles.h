@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "host/compile/NumberTable.h"
 #include "quillbook/host/CompileMessage.h"
 
 namespace quillbook::compile {
@@ -47,14 +48,16 @@ class ProjectFiles {
  private:
   [[nodiscard]] std::optional<std::string> FindOnDisk(const std::string& path);
   [[nodiscard]] std::optional<std::string> FindIgnoringCase(const std::string& path);
+  [[nodiscard]] std::optional<std::uint32_t> Find(std::string_view path) const;
   void CheckPath(const std::string& path, const FileMention& mention);
 
   std::string mFolder;
   MessageList& mMessages;
   std::vector<std::string> mPaths;
-  std::unordered_map<std::string, std::optional<std::string>> mAnswers;  ///< by path as mentioned
-  std::unordered_map<std::string, std::size_t> mByName;                  ///< ASCII letters in lower case
-  std::unordered_map<std::string, std::vector<std::string>> mListings;   ///< of folders, by native path
+  NumberTable mByName;
+  /// Number of the file by path as mentioned, where that is not the stored path; none if there is no such file.
+  std::unordered_map<std::string, std::optional<std::uint32_t>> mAnswers;
+  std::unordered_map<std::string, std::vector<std::string>> mListings;  ///< of folders, by native path
 };
 
 }  // namespace quillbook::compile

@@ -1,7 +1,7 @@
 #include "host/compile/StorageReader.h"
 
 #include <algorithm>
-#include <unordered_map>
+#include <numeric>
 
 #include "host/compile/Bytes.h"
 #include "host/compile/LzxDecoder.h"
@@ -123,7 +123,7 @@ struct StorageReader::State {
   const ByteSource& source;
   Layout layout;
   std::vector<StorageEntry> entries;
-  std::unordered_map<std::string, std::size_t> byName;
+  std::vector<std::uint32_t> byName;  ///< numbers of entries; no hashes, which a file could make collide
   std::vector<std::string> problems;
 
   // The compressed section.
@@ -139,6 +139,7 @@ struct StorageReader::State {
   mutable std::uint64_t intervalNumber = ~std::uint64_t{0};
 
   void ReadDirectory();
+  [[nodiscard]] const StorageEntry* Find(std::string_view name) const;
   void ReadChunk(std::string_view chunk);
   void PrepareCompressed(const StorageReader& reader);
   [[nodiscard]] std::uint64_t FrameOffset(std::uint64_t frame) const;
@@ -156,9 +157,22 @@ void StorageReader::State::ReadDirectory() {
     ReadChunk(chunk);
   }
   if (!sawListing) Damaged("its directory lists nothing");
-  for (std::size_t i = 0; i < entries.size(); ++i)
-    if (!byName.emplace(FoldName(entries[i].name), i).second)
-      problems.push_back("the name '" + entries[i].name + "' occurs more than once");
+  byName.resize(entries.size());
+  std::iota(byName.begin(), byName.end(), 0U);
+  const auto less = [&](std::uint32_t left, std::uint32_t right) {
+    return NameLess(entries[left].name, entries[right].name);
+  };
+  if (!std::is_sorted(byName.begin(), byName.end(), less)) std::stable_sort(byName.begin(), byName.end(), less);
+  for (std::size_t i = 1; i < byName.size(); ++i)
+    if (NameEquals(entries[byName[i - 1]].name, entries[byName[i]].name))
+      problems.push_back("the name '" + entries[byName[i]].name + "' occurs more than once");
+}
+
+const StorageEntry* StorageReader::State::Find(std::string_view name) const {
+  const auto found = std::lower_bound(
+      byName.begin(), byName.end(), name,
+      [&](std::uint32_t number, std::string_view wanted) { return NameLess(entries[number].name, wanted); });
+  return found != byName.end() && NameEquals(entries[*found].name, name) ? &entries[*found] : nullptr;
 }
 
 void StorageReader::State::ReadChunk(std::string_view chunk) {
@@ -258,8 +272,7 @@ const std::vector<std::string>& StorageReader::Problems() const noexcept {
 }
 
 const StorageEntry* StorageReader::Find(std::string_view name) const {
-  const auto found = mState->byName.find(FoldName(name));
-  return found == mState->byName.end() ? nullptr : &mState->entries[found->second];
+  return mState->Find(name);
 }
 
 void StorageReader::Read(const StorageEntry& entry, const std::function<void(std::string_view)>& piece) const {
