@@ -43,6 +43,9 @@ class ByteChains {
     }
   }
 
+  /// Bytes of memory that are taken.
+  [[nodiscard]] std::size_t Size() const noexcept { return mPages.size() * PageSize; }
+
  private:
   static constexpr std::size_t PageSize = 1U << 16;
   static constexpr std::size_t Link = sizeof(std::uint32_t);

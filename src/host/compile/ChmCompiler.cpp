@@ -103,7 +103,7 @@ class ChmCompile {
   std::unique_ptr<HelpOutput> mOutput;
   ChmTopics mTopics;
   ChmStrings mStrings;
-  FullTextIndex mFullText;
+  std::unique_ptr<FullTextIndex> mFullText;  ///< if there is to be one
   WordSplitter mSplitter;
   std::vector<KeywordEntry> mKeywords;
   std::vector<KeywordEntry> mAssociativeKeywords;
@@ -219,6 +219,7 @@ void ChmCompile::AuditNames() {
 // 5: file after file goes into the container; one at a time is in memory.
 void ChmCompile::StoreFiles() {
   mOutput = std::make_unique<HelpOutput>(mReport.output);
+  if (mProject.fullTextSearch) mFullText = std::make_unique<FullTextIndex>(mOutput->WorkFolder());
   // The list grows meanwhile.
   for (std::size_t i = 0; i < mFiles->All().size(); ++i) StoreFile(std::string(mFiles->All()[i]));
 }
@@ -249,7 +250,7 @@ void ChmCompile::StorePage(const std::string& path, const std::string& bytes) {
   for (const auto& keyword : facts.associativeKeywords) mAssociativeKeywords.push_back({{keyword}, {topic}, {}});
   if (mProject.autoIndex)
     for (const auto& keyword : facts.keywords) mKeywords.push_back({{keyword}, {topic}, {}});
-  if (mProject.fullTextSearch) IndexWords(topic, facts);
+  if (mFullText) IndexWords(topic, facts);
 }
 
 void ChmCompile::CollectReferences(const std::string& path, std::string_view page, const PageFacts& facts) {
@@ -268,12 +269,12 @@ void ChmCompile::CollectReferences(const std::string& path, std::string_view pag
 
 void ChmCompile::IndexWords(std::uint32_t topic, const PageFacts& facts) {
   std::string bytes;
-  mFullText.BeginPage(topic);
+  mFullText->BeginPage(topic);
   for (const bool inTitle : {true, false})
     mSplitter.Split(inTitle ? facts.title : facts.text, [&](std::string_view word) {
-      if (mCodePage->TryEncodeWord(word, bytes)) mFullText.AddWord(bytes, inTitle);
+      if (mCodePage->TryEncodeWord(word, bytes)) mFullText->AddWord(bytes, inTitle);
     });
-  mFullText.EndPage();
+  mFullText->EndPage();
 }
 
 // 6: the tables that viewers find their way by.
@@ -339,12 +340,12 @@ void ChmCompile::StoreKeywordStreams(const std::string& folder, std::vector<Keyw
 }
 
 void ChmCompile::StoreFullText() {
-  if (!mProject.fullTextSearch || mFullText.IsEmpty()) return;
+  if (!mFullText || mFullText->IsEmpty()) return;
   mSystem.fullText = true;
   mOutput->Storage().BeginCompressed("/$FIftiMain");
-  mFullText.Write(static_cast<std::uint32_t>(mProject.codePage), mProject.localeId,
-                  [this](std::string_view piece) { mOutput->Storage().Append(piece); });
-  mFullText = {};  // the largest thing in memory
+  mFullText->Write(static_cast<std::uint32_t>(mProject.codePage), mProject.localeId,
+                   [this](std::string_view piece) { mOutput->Storage().Append(piece); });
+  mFullText.reset();  // the largest thing in memory
   AddTable("/$OBJINST", BuildWordBreaker(mProject.codePage, mProject.localeId));
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <numeric>
+#include <utility>
 
 #include "host/compile/Bytes.h"
 #include "host/compile/Names.h"
@@ -166,6 +167,19 @@ void FullTextIndex::AddWord(std::string_view word, bool inTitle) {
 void FullTextIndex::EndPage() {
   for (const auto number : mPageWords) WritePlacesOfPage(mWords[number]);
   ++mPages;
+  if (mChains.Size() > mMemory) MovePlacesToFile();
+}
+
+void FullTextIndex::MovePlacesToFile() {
+  mRuns.BeginRun();
+  for (const auto number : WordOrder()) {
+    auto& word = mWords[number];
+    if (word.bytesInMemory == 0) continue;
+    mRuns.BeginWord(number, std::exchange(word.bytesInMemory, 0));
+    mChains.Read(std::exchange(word.places, {}), [this](std::string_view piece) { mRuns.Append(piece); });
+  }
+  mRuns.EndRun();
+  mChains = {};
 }
 
 void FullTextIndex::WritePlacesOfPage(Word& word) {
@@ -182,6 +196,7 @@ void FullTextIndex::WritePlacesOfPage(Word& word) {
   const auto bytes = bits.Finish();
   mChains.Append(word.places, bytes);
   word.bytes += static_cast<std::uint32_t>(bytes.size());
+  word.bytesInMemory += static_cast<std::uint32_t>(bytes.size());
   word.lastTopic = mTopic;
   ++word.pages;
   word.firstPlace = word.lastPlace = NoPlace;
@@ -225,14 +240,19 @@ struct LeafPlan {
 
 }  // namespace
 
-void FullTextIndex::Write(std::uint32_t codePage, std::uint32_t localeId,
-                          const std::function<void(std::string_view)>& sink) {
+std::vector<std::uint32_t> FullTextIndex::WordOrder() const {
   std::vector<std::uint32_t> order(mWords.size());
   std::iota(order.begin(), order.end(), 0U);
   std::sort(order.begin(), order.end(), [&](std::uint32_t left, std::uint32_t right) {
     const auto compared = TextOf(mWords[left]).compare(TextOf(mWords[right]));
     return compared != 0 ? compared < 0 : mWords[left].inTitle < mWords[right].inTitle;
   });
+  return order;
+}
+
+void FullTextIndex::Write(std::uint32_t codePage, std::uint32_t localeId,
+                          const std::function<void(std::string_view)>& sink) {
+  const auto order = WordOrder();
   // The places of a leaf's words stand in front of it. Only the nodes are made ahead, since the header must know
   // where the root will be.
   std::vector<LeafPlan> leaves;
@@ -271,7 +291,10 @@ void FullTextIndex::Write(std::uint32_t codePage, std::uint32_t localeId,
   sink(Header(codePage, localeId, level.front().offset, lastLeaf, depth));
   std::size_t written = 0;
   for (std::size_t i = 0; i < leaves.size(); ++i) {
-    for (; written < leaves[i].end; ++written) mChains.Read(mWords[order[written]].places, sink);
+    for (; written < leaves[i].end; ++written) {
+      mRuns.Read(order[written], sink);
+      mChains.Read(mWords[order[written]].places, sink);
+    }
     SetLittleEndian<4>(leaves[i].node, 0, i + 1 < leaves.size() ? leaves[i + 1].offset : 0);
     sink(leaves[i].node);
   }

@@ -8,15 +8,22 @@
 #include <vector>
 
 #include "host/compile/ByteChains.h"
+#include "host/compile/WordRuns.h"
 
 namespace quillbook::compile {
 
-/// Collects words page by page and writes the index. What is kept of a word's places is already in the form in which
-/// it will be written, so memory grows with the index, not with the text.
+/// Collects words page by page and writes the index. What is kept of words' places is already in the form in which it
+/// will be written, and goes to a file now and then, so memory grows with the number of different words only.
 ///
 /// Source of the format: the public description of the files inside compiled help.
 class FullTextIndex {
  public:
+  static constexpr std::size_t MemoryForPlaces = 8U << 20;
+
+  /// The file, if one is needed, arises in `folder`. It takes the place of more than `memory` bytes.
+  explicit FullTextIndex(std::string folder, std::size_t memory = MemoryForPlaces)
+      : mMemory(memory), mRuns(std::move(folder)) {}
+
   /// `topic` is the page's number in the table of topics; numbers ascend from page to page.
   void BeginPage(std::uint32_t topic);
   /// The next word of the page, in bytes of the help file's code page and in lower case. At most 250 bytes count.
@@ -35,6 +42,7 @@ class FullTextIndex {
     std::uint32_t lastTopic = 0;
     std::uint32_t pages = 0;
     std::uint32_t bytes = 0;             ///< of its places as written
+    std::uint32_t bytesInMemory = 0;     ///< of these, since the last run
     std::uint32_t firstPlace = NoPlace;  ///< of the current page, into `mPlaces`
     std::uint32_t lastPlace = NoPlace;
     ByteChains::Chain places;
@@ -49,13 +57,18 @@ class FullTextIndex {
   std::uint32_t FindOrAdd(std::string_view text, bool inTitle);
   void GrowTable();
   void WritePlacesOfPage(Word& word);
+  /// Numbers of all words by their text. Words that come later don't change the order of those before.
+  [[nodiscard]] std::vector<std::uint32_t> WordOrder() const;
+  void MovePlacesToFile();
   [[nodiscard]] std::string Header(std::uint32_t codePage, std::uint32_t localeId, std::uint32_t root,
                                    std::uint32_t lastLeaf, std::size_t depth) const;
 
   std::vector<Word> mWords;
   std::vector<std::uint32_t> mTable;  ///< open addressing; word number + 1, 0 empty
   std::string mText;
+  std::size_t mMemory;
   ByteChains mChains;
+  WordRuns mRuns;                         ///< places of earlier pages than those in `mChains`
   std::vector<Place> mPlaces;             ///< of the current page
   std::vector<std::uint32_t> mPageWords;  ///< words of the current page, in order of first occurrence
   std::uint32_t mTopic = 0;

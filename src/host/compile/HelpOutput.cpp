@@ -42,6 +42,10 @@ std::uint32_t TimeStampOfEnvironment() {
 
 HelpOutput::HelpOutput(const std::string& path) : mPath(path), mSpool(FolderForSpool(path)) {}
 
+std::string HelpOutput::WorkFolder() const {
+  return FolderForSpool(mPath);
+}
+
 void HelpOutput::AddFile(const std::string& name, std::string_view bytes) {
   mStorage.AddCompressed(name, bytes);
   mFiles.push_back({name, bytes.size(), HashOfBytes(bytes)});

@@ -22,6 +22,8 @@ class HelpOutput {
  public:
   explicit HelpOutput(const std::string& path);
 
+  /// Where the container arises: the folder of the output.
+  [[nodiscard]] std::string WorkFolder() const;
   /// A file of the project, "/name".
   void AddFile(const std::string& name, std::string_view bytes);
   /// A file that the compiler makes itself.

@@ -113,7 +113,7 @@ std::string Written(FullTextIndex& index) {
 
 TEST(FullTextIndex, EveryPlaceOfEveryWord_ComesBack_OverManyNodes) {
   std::mt19937 random(2);
-  FullTextIndex index;
+  FullTextIndex index(testing::TempDir());
   Index expected;
   for (std::uint32_t topic = 3; topic < 400; topic += 1 + random() % 3) {
     index.BeginPage(topic);
@@ -132,8 +132,26 @@ TEST(FullTextIndex, EveryPlaceOfEveryWord_ComesBack_OverManyNodes) {
   for (const auto& [key, places] : expected) ASSERT_NE(reader.FindLeaf(key.first), 0u) << key.first;
 }
 
+/// An index of pages with words of uneven frequency.
+std::string IndexOfManyPages(std::size_t memory) {
+  std::mt19937 random(5);
+  FullTextIndex index(testing::TempDir(), memory);
+  for (std::uint32_t topic = 0; topic < 400; ++topic) {
+    index.BeginPage(topic);
+    for (int i = 0; i < 300; ++i) index.AddWord("w" + std::to_string(random() % (i % 2 ? 3 : 100 + topic)), i == 0);
+    index.EndPage();
+  }
+  return Written(index);
+}
+
+TEST(FullTextIndex, HowMuchStaysInMemory_MakesNoDifference) {
+  const auto inMemory = IndexOfManyPages(FullTextIndex::MemoryForPlaces);
+  EXPECT_TRUE(IndexOfManyPages(0) == inMemory) << "a run for every page";
+  EXPECT_TRUE(IndexOfManyPages(1U << 16) == inMemory) << "a few runs and a rest in memory";
+}
+
 TEST(FullTextIndex, WithoutWords_IsOneEmptyLeaf) {
-  FullTextIndex index;
+  FullTextIndex index(testing::TempDir());
   EXPECT_TRUE(index.IsEmpty());
   const auto bytes = Written(index);
   EXPECT_EQ(bytes.size(), 0x400u + 4096u);
@@ -141,7 +159,7 @@ TEST(FullTextIndex, WithoutWords_IsOneEmptyLeaf) {
 }
 
 TEST(FullTextIndex, Header_CountsWordsAndPages) {
-  FullTextIndex index;
+  FullTextIndex index(testing::TempDir());
   index.BeginPage(0);
   for (const auto* word : {"one", "two", "one"}) index.AddWord(word, false);
   index.EndPage();
