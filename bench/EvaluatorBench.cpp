@@ -12,6 +12,7 @@
 #include "quillbook/host/MVProjectBuild.h"
 #include "quillbook/host/ParserServices.h"
 #include "quillbook/host/TemplateStore.h"
+#include "support/TemporaryFolder.h"
 #include "unit/host/Toy.h"
 
 namespace {
@@ -66,7 +67,7 @@ class Site {
     mConfig.Write("Templates/T/template.xml", R"(<template name="T">
       <layout name="Page.html" item="toy:page" output="{QualifiedName}.html"/><definition kind="toy:page"/></template>)");
     mConfig.Write("Templates/T/layouts/Page.html", "<title>%%title%%</title>\n%%summary%%\n");
-    TemplateStore::OfApartment()->SetConfigPath(mConfig.StoredPath());
+    TemplateStore::OfApartment()->SetConfigPath(mConfig.Stored());
     const auto root = New<toy::Item>("Root");
     for (int i = 0; i < count; ++i) {
       const auto page = New<toy::Item>("Page" + std::to_string(i));
@@ -80,15 +81,15 @@ class Site {
   }
   ~Site() { TemplateStore::OfApartment()->SetConfigPath(""); }
 
-  void Build(const toy::Folder& out) {
-    mProject->OutputDirectory = out.StoredPath();
+  void Build(const support::TemporaryFolder& out) {
+    mProject->OutputDirectory = out.Stored();
     const auto build = New<MVProjectBuild>();
     if (build->Build(mProject) != BuildStatus::Done) std::abort();
   }
 
  private:
   toy::Registration mRegistration;
-  toy::Folder mConfig;
+  support::TemporaryFolder mConfig;
   Ref<MVProject> mProject = New<MVProject>();
 };
 
@@ -96,7 +97,7 @@ void BuildIntoEmptyFolder(benchmark::State& state) {
   Site site(static_cast<int>(state.range(0)));
   for (auto _ : state) {
     state.PauseTiming();
-    auto out = std::make_unique<toy::Folder>();
+    auto out = std::make_unique<support::TemporaryFolder>();
     state.ResumeTiming();
     site.Build(*out);
     state.PauseTiming();
@@ -109,7 +110,7 @@ BENCHMARK(BuildIntoEmptyFolder)->Arg(1000)->Arg(10'000)->UseRealTime()->Unit(ben
 
 void BuildAgain(benchmark::State& state) {
   Site site(static_cast<int>(state.range(0)));
-  const toy::Folder out;
+  const support::TemporaryFolder out;
   site.Build(out);
   for (auto _ : state) site.Build(out);
   state.SetItemsProcessed(state.iterations() * state.range(0));
@@ -120,10 +121,10 @@ void WriteTheSameBytes(benchmark::State& state) {
   const std::string page = "<title>Page0000</title>\n" + std::string(5000, 'x') + "\n";
   for (auto _ : state) {
     state.PauseTiming();
-    auto out = std::make_unique<toy::Folder>();
+    auto out = std::make_unique<support::TemporaryFolder>();
     state.ResumeTiming();
     for (int i = 0; i < state.range(0); ++i) {
-      const auto path = out->Path() + "Page" + std::to_string(i) + ".html";
+      const auto path = *out / ("Page" + std::to_string(i) + ".html");
       const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
       if (::write(file, page.data(), page.size()) != static_cast<ssize_t>(page.size())) std::abort();
       ::close(file);

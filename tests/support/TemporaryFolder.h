@@ -1,7 +1,6 @@
 // A folder of a test's own.
 #pragma once
 
-#include <gtest/gtest.h>
 #include <stdlib.h>
 
 #include <algorithm>
@@ -12,13 +11,14 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillbook::support {
 
 /// Made empty, removed with everything in it at the end.
 class TemporaryFolder {
  public:
-  TemporaryFolder() : mPath(testing::TempDir() + "quillbook-XXXXXX") {
+  TemporaryFolder() : mPath((std::filesystem::temp_directory_path() / "quillbook-XXXXXX").string()) {
     if (!mkdtemp(mPath.data())) throw std::runtime_error("no temporary folder");
   }
   TemporaryFolder(const TemporaryFolder&) = delete;
@@ -42,7 +42,7 @@ class TemporaryFolder {
     std::replace(path.begin(), path.end(), '/', '\\');
     return path;
   }
-  void Write(const std::string& name, const std::string& text) const {
+  void Write(const std::string& name, std::string_view text) const {
     std::filesystem::create_directories(Native(name).parent_path());
     std::ofstream(Native(name), std::ios::binary) << text;
   }
@@ -55,6 +55,14 @@ class TemporaryFolder {
   /// Number of entries, hidden ones too.
   [[nodiscard]] std::size_t Count() const {
     return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(mPath), {}));
+  }
+  /// All files, in subfolders too, relative and in byte order.
+  [[nodiscard]] std::vector<std::string> Files() const {
+    std::vector<std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(mPath))
+      if (!entry.is_directory()) files.push_back(std::filesystem::relative(entry.path(), mPath).string());
+    std::sort(files.begin(), files.end());
+    return files;
   }
 
  private:

@@ -9,6 +9,7 @@
 #include "quillbook/frame/services/FileSystemObject.h"
 #include "quillbook/host/TemplateStore.h"
 #include "quillbook/platform/Platform.h"
+#include "support/TemporaryFolder.h"
 
 namespace quillbook {
 namespace {
@@ -38,7 +39,7 @@ class MVProjectBuildTest : public testing::Test {
     Layout("Index.html", "index of %%title%%");
     Layout("Page.html", "<h1>%%title%%</h1>");
     root->Title = "Root";
-    project->OutputDirectory = out.StoredPath();
+    project->OutputDirectory = out.Stored();
   }
   ~MVProjectBuildTest() override { TemplateStore::OfApartment()->SetConfigPath(""); }
 
@@ -50,7 +51,7 @@ class MVProjectBuildTest : public testing::Test {
     return page;
   }
   void SetUpProject() {
-    TemplateStore::OfApartment()->SetConfigPath(config.StoredPath());
+    TemplateStore::OfApartment()->SetConfigPath(config.Stored());
     TemplateStore::OfApartment()->Forget();
     const auto& docType = project->DocTypes()->Item("toy");
     docType->SetTemplate(TemplateStore::OfApartment()->Find("T"));
@@ -73,8 +74,8 @@ class MVProjectBuildTest : public testing::Test {
 
   std::vector<std::string> plugInCalls;
   toy::Registration registration{&plugInCalls};
-  toy::Folder config;
-  toy::Folder out;
+  support::TemporaryFolder config;
+  support::TemporaryFolder out;
   std::shared_ptr<toy::FailingFiles> files = std::make_shared<toy::FailingFiles>();
   PlatformOverride<FileStore> override{files};
   Ref<toy::Item> root = New<toy::Item>();
@@ -132,7 +133,7 @@ TEST_F(MVProjectBuildTest, ContentCreated_TellsFullStoredPaths) {
   const auto connection = project->ContentCreated.Connect([&](std::string_view file) { created.emplace_back(file); });
   project->OutputDirectory.pop_back();  // the separator at the end doesn't matter
   Build();
-  EXPECT_THAT(created, ElementsAre(out.StoredPath() + "Index.html", out.StoredPath() + "a\\One.html"));
+  EXPECT_THAT(created, ElementsAre(out.Stored() + "Index.html", out.Stored() + "a\\One.html"));
   EXPECT_EQ(out.Read("a/One.html"), "<h1>a\\One</h1>");
 }
 
@@ -261,7 +262,7 @@ TEST_F(MVProjectBuildTest, FullDisk_EndsTheBuildAndNamesTheFile) {
   EXPECT_EQ(Build(), BuildStatus::Failed);
   EXPECT_EQ(build->CompileResult(), HelpCompileResult::GenerationFailed);
   ASSERT_THAT(Codes(), ElementsAre("build.failed"));
-  EXPECT_THAT(build->Notes()[0].Text, HasSubstr(out.Path() + "Index.html"));
+  EXPECT_THAT(build->Notes()[0].Text, HasSubstr(out / "Index.html"));
   EXPECT_THAT(build->Notes()[0].Text, HasSubstr("disk is full"));
   EXPECT_EQ(project->CompilerLog, build->Notes()[0].Text);
   EXPECT_TRUE(out.Files().empty()) << "no half-written page";
@@ -279,7 +280,7 @@ TEST_F(MVProjectBuildTest, DeniedFile_EndsTheBuildAfterWhatWasWritten) {
 
 TEST_F(MVProjectBuildTest, FileInPlaceOfTheOutputFolder_EndsTheBuild) {
   out.Write("taken", "");
-  project->OutputDirectory = out.StoredPath() + "taken\\";
+  project->OutputDirectory = out.Stored() + "taken\\";
   AddPage("One");
   EXPECT_EQ(Build(), BuildStatus::Failed);
   EXPECT_THAT(build->Notes()[0].Text, HasSubstr("taken"));
@@ -289,7 +290,7 @@ TEST_F(MVProjectBuildTest, MissingSettings_EndTheBuild) {
   project->OutputDirectory.clear();
   EXPECT_EQ(Build(), BuildStatus::Failed);
   EXPECT_THAT(project->CompilerLog, HasSubstr("output folder"));
-  project->OutputDirectory = out.StoredPath();
+  project->OutputDirectory = out.Stored();
   project->CurrentDocType()->SetTemplate(nullptr);
   build = New<MVProjectBuild>();
   EXPECT_EQ(build->Build(project), BuildStatus::Failed);
@@ -332,7 +333,7 @@ TEST_F(MVProjectBuildTest, SupportFiles_CanBeCopiedWithoutABuildOrLeftOut) {
   SetUpProject();
   project->CurrentDocType()->CopyTemplateFiles();
   EXPECT_THAT(out.Files(), ElementsAre("a.css"));
-  ::remove((out.Path() + "a.css").c_str());
+  ::remove((out / "a.css").c_str());
   project->CopySupportFiles = false;
   Build();
   EXPECT_THAT(out.Files(), ElementsAre("Index.html"));

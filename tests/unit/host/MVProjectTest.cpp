@@ -4,6 +4,7 @@
 
 #include "Toy.h"
 #include "quillbook/host/TemplateStore.h"
+#include "support/TemporaryFolder.h"
 
 namespace quillbook {
 namespace {
@@ -14,13 +15,13 @@ class MVProjectTest : public testing::Test {
     folder.Write("Templates/T/template.xml", R"(<template name="T">
       <namespace name="toy"/><variable name="Theme" default="light"/></template>)");
     folder.Write("Templates/T/scraps/Foot.html", "foot");
-    TemplateStore::OfApartment()->SetConfigPath(folder.StoredPath());
+    TemplateStore::OfApartment()->SetConfigPath(folder.Stored());
   }
   ~MVProjectTest() override { TemplateStore::OfApartment()->SetConfigPath(""); }
 
   std::vector<std::string> calls;
   toy::Registration registration{&calls};
-  toy::Folder folder;
+  support::TemporaryFolder folder;
   Ref<MVProject> project = New<MVProject>();
 };
 
@@ -81,7 +82,7 @@ TEST_F(MVProjectTest, Progress_TellsStageAndMessageTogether) {
 
 TEST_F(MVProjectTest, LoadProject_SetsTheTemplatesOfDocTypes) {
   folder.Write("related.mvp", R"(<mvproject><doctype id="toy" template="T"/></mvproject>)");
-  project->LoadProject(folder.StoredPath() + "related.mvp");
+  project->LoadProject(folder.Stored() + "related.mvp");
   ASSERT_EQ(project->DocTypes()->Count(), 1u);
   EXPECT_EQ(project->DocTypes()->Item("toy")->Template()->Name(), "T");
   EXPECT_EQ(calls, (std::vector<std::string>{"initialise", "loaded"}));
@@ -96,13 +97,13 @@ TEST_F(MVProjectTest, LoadProject_OfABadFileLeavesNoDocTypes) {
   folder.Write("noid.mvp", "<mvproject><doctype/></mvproject>");
   for (const auto* file : {"missing.mvp", "cut.mvp", "root.mvp", "unknown.mvp", "noid.mvp"}) {
     notes.clear();
-    project->LoadProject(folder.StoredPath() + file);
+    project->LoadProject(folder.Stored() + file);
     EXPECT_TRUE(project->DocTypes()->IsEmpty()) << file;
     ASSERT_EQ(notes.size(), 1u) << file;
     EXPECT_EQ(notes[0].Code, "project.unreadable");
     EXPECT_NE(notes[0].Text.find(file), std::string::npos) << notes[0].Text;
   }
-  project->LoadProject(folder.StoredPath() + "cut.mvp");
+  project->LoadProject(folder.Stored() + "cut.mvp");
   EXPECT_EQ(notes.back().Line, 2u);
 }
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Toy.h"
+#include "support/TemporaryFolder.h"
 
 namespace quillbook {
 namespace {
@@ -16,7 +16,7 @@ constexpr std::string_view Minimal = R"(<template name="Plain">
 
 class TemplateStoreTest : public testing::Test {
  protected:
-  TemplateStoreTest() { store->SetConfigPath(folder.StoredPath()); }
+  TemplateStoreTest() { store->SetConfigPath(folder.Stored()); }
   void WriteTemplate(const std::string& name, std::string_view definition) {
     folder.Write("Templates/" + name + "/template.xml", definition);
     folder.Write("Templates/" + name + "/layouts/Page.html", "page");
@@ -33,7 +33,7 @@ class TemplateStoreTest : public testing::Test {
     return store->Messages()[0];
   }
 
-  toy::Folder folder;
+  support::TemporaryFolder folder;
   Ref<TemplateStore> store = New<TemplateStore>();
 };
 
@@ -76,7 +76,7 @@ TEST_F(TemplateStoreTest, Template_IsReadWhole) {
   EXPECT_EQ(pages->ItemType(), "page");
   EXPECT_EQ(pages->Filter(), "type=all");
   EXPECT_EQ(full->NamespaceDefs()->Item(1)->ItemType(), "Project");
-  EXPECT_EQ(full->Folder(), folder.StoredPath() + "Templates\\Full\\");
+  EXPECT_EQ(full->Folder(), folder.Stored() + "Templates\\Full\\");
   ASSERT_NE(full->FindScrap("_LINK_body"), nullptr);
   EXPECT_EQ(*full->FindScrap("_LINK_body"), "<li>");
   EXPECT_EQ(full->FindScrap("none"), nullptr);
@@ -102,7 +102,7 @@ TEST_F(TemplateStoreTest, BadTemplate_LeavesTheOthers) {
 TEST_F(TemplateStoreTest, BrokenXml_IsToldWithItsPlace) {
   const auto note = MessageFor("<template name=\"x\">\n  <namespace name=\"toy\"/>\n  <layout </template>\n");
   EXPECT_EQ(note.Code, "template.unreadable");
-  EXPECT_EQ(note.File, folder.Path() + "Templates/Bad/template.xml");
+  EXPECT_EQ(note.File, folder / "Templates/Bad/template.xml");
   EXPECT_EQ(note.Line, 3u);
   EXPECT_GT(note.Column, 0u);
   EXPECT_EQ(note.Text.rfind(note.File + ":3:", 0), 0u) << note.Text;
@@ -155,7 +155,7 @@ TEST_F(TemplateStoreTest, Templates_AreKeptUntilForgotten) {
   const auto first = store->Find("Plain");
   folder.Write("Templates/A/layouts/Page.html", "changed");
   EXPECT_EQ(store->Find("Plain"), first);
-  store->SetConfigPath(folder.StoredPath());
+  store->SetConfigPath(folder.Stored());
   EXPECT_EQ(store->Find("Plain"), first) << "the same directory again";
   store->Forget();
   EXPECT_EQ(store->Find("Plain")->Layouts()->Item(1)->Text(), "changed");

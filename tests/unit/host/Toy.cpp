@@ -1,12 +1,5 @@
 #include "Toy.h"
 
-#include <stdlib.h>
-
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
 #include "quillbook/base/Text.h"
 #include "quillbook/frame/services/FileSystemObject.h"
 #include "quillbook/host/Condition.h"
@@ -170,46 +163,6 @@ Registration::Registration(std::vector<std::string>* calls) {
                               return plugIn;
                             },
                             []() -> Ref<INamespaceProvider> { return New<Provider>(); }});
-}
-
-Folder::Folder() {
-  auto pattern = (std::filesystem::temp_directory_path() / "quillbook-host-XXXXXX").string();
-  if (!::mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
-  mPath = pattern + "/";
-}
-
-Folder::~Folder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(mPath, ignored);
-}
-
-std::string Folder::StoredPath() const {
-  return ReplaceAll(mPath, "/", "\\");
-}
-
-void Folder::Write(const std::string& file, std::string_view text) const {
-  const auto path = std::filesystem::path(mPath + file);
-  std::filesystem::create_directories(path.parent_path());
-  std::ofstream(path, std::ios::binary) << text;
-}
-
-std::string Folder::Read(const std::string& file) const {
-  std::ifstream stream(mPath + file, std::ios::binary);
-  std::ostringstream text;
-  text << stream.rdbuf();
-  return stream ? text.str() : "(no file " + file + ")";
-}
-
-bool Folder::Has(const std::string& file) const {
-  return std::filesystem::exists(mPath + file);
-}
-
-std::vector<std::string> Folder::Files() const {
-  std::vector<std::string> files;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(mPath))
-    if (!entry.is_directory()) files.push_back(std::filesystem::relative(entry.path(), mPath).string());
-  std::sort(files.begin(), files.end());
-  return files;
 }
 
 }  // namespace quillbook::toy

@@ -184,26 +184,4 @@ class Registration {
   ~Registration() { PlugInRegistry::Unregister("toy"); }
 };
 
-/// A directory of its own, removed in the end.
-class Folder {
- public:
-  Folder();
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  ~Folder();
-
-  /// Native path with "/" at its end.
-  [[nodiscard]] const std::string& Path() const noexcept { return mPath; }
-  /// The same in the form of stored paths.
-  [[nodiscard]] std::string StoredPath() const;
-  void Write(const std::string& file, std::string_view text) const;
-  [[nodiscard]] std::string Read(const std::string& file) const;
-  [[nodiscard]] bool Has(const std::string& file) const;
-  /// All files, relative, in byte order.
-  [[nodiscard]] std::vector<std::string> Files() const;
-
- private:
-  std::string mPath;
-};
-
 }  // namespace quillbook::toy

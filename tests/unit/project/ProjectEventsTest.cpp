@@ -21,8 +21,8 @@
 #include "quillbook/topics/TopicSection.h"
 #include "quillbook/topics/TopicSections.h"
 #include "quillbook/topics/Topics.h"
+#include "support/ProjectLog.h"
 #include "support/ProjectTest.h"
-#include "unit/project/EventLog.h"
 
 namespace quillbook {
 namespace {
@@ -37,7 +37,7 @@ class ProjectEventsTest : public support::ProjectTest {
     topic->SetTitle("Title");
     project->Topics->Add(topic, topic->Key);
     project->SetDirty(false);
-    log = std::make_unique<EventLog>(project);
+    log = std::make_unique<support::ProjectLog>(project);
   }
   void TearDown() override {
     log = nullptr;
@@ -69,7 +69,7 @@ class ProjectEventsTest : public support::ProjectTest {
   }
 
   Ref<Topic> topic;
-  std::unique_ptr<EventLog> log;
+  std::unique_ptr<support::ProjectLog> log;
 };
 
 TEST_F(ProjectEventsTest, Topics_AddedAndRemoved) {

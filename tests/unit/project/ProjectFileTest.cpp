@@ -20,9 +20,9 @@
 #include "quillbook/topics/TopicLink.h"
 #include "quillbook/topics/TopicLinks.h"
 #include "quillbook/topics/Topics.h"
+#include "support/ProjectLog.h"
 #include "support/ProjectTest.h"
 #include "support/TemporaryFolder.h"
-#include "unit/project/EventLog.h"
 
 namespace quillbook {
 namespace {
@@ -160,7 +160,7 @@ TEST_F(ProjectFileTest, SpellingList_IsKept_WhereTheFileHasNone) {
 }
 
 TEST_F(ProjectFileTest, SpecialValues_AreSettingsOfOlderFiles) {
-  EventLog log(project);
+  support::ProjectLog log(project);
   project->Filename->SetFullName("c:\\help\\a.qbp");
   LoadWithin(
       R"(<VariableValue Name="Template">Web</VariableValue><variablevalue name="HelpCompilerVersion">2.9</variablevalue>)"
@@ -253,7 +253,7 @@ TEST_F(ProjectFileTest, Progress_IsToldSectionBySection) {
 }
 
 TEST_F(ProjectFileTest, ALoad_TellsNoChange) {
-  EventLog log(project);
+  support::ProjectLog log(project);
   Load(R"(<QBProject Title="X" TemplateName="T"><cat Name="C" Key="{c}"/><Topic Key="{t}"/><file FileName="a"/>)"
        R"(<VariableValue Name="A">b</VariableValue></QBProject>)");
   const auto told = log.Take();
@@ -307,7 +307,7 @@ TEST_F(ProjectFileTest, NumberedKeys_LoseTheDefaultTopic) {
 }
 
 TEST_F(ProjectFileTest, NumberedKeys_TellNoChange) {
-  EventLog log(project);
+  support::ProjectLog log(project);
   LoadWithin(R"(<Topic Key="T1" Name="one"/>)");
   EXPECT_EQ(log.Take().find("Dirty"), std::string::npos);
   project->SetTitle("now");
@@ -328,7 +328,7 @@ TEST_F(ProjectFileTest, LoadFromFile_TakesTheName_AndIsNotDirty) {
 
 TEST_F(ProjectFileTest, LoadFromFile_OfAMissingFile_ShowsInTheTitleOnly) {
   LoadWithin(Topic("{1}"));
-  EventLog log(project);
+  support::ProjectLog log(project);
   project->LoadFromFile("\\no\\such.qbp");
   EXPECT_EQ(project->Title(), "{Could not find file '\\no\\such.qbp'}");
   EXPECT_EQ(project->Topics->Count(), 1U);

@@ -16,9 +16,9 @@
 #include "quillbook/topics/TopicCategories.h"
 #include "quillbook/topics/TopicCategory.h"
 #include "quillbook/topics/Topics.h"
+#include "support/ProjectLog.h"
 #include "support/ProjectTest.h"
 #include "support/TemporaryFolder.h"
-#include "unit/project/EventLog.h"
 
 namespace quillbook {
 namespace {
@@ -146,7 +146,7 @@ TEST_F(ProjectReloadTest, LeavesNothingPaused) {
 TEST_F(ProjectReloadTest, ClearsTheDirtyState_WithoutTelling) {
   project->SetTitle("unsaved");
   project->QBNodes->SetDirty(true);
-  EventLog log(project);
+  support::ProjectLog log(project);
   project->Reload();
   EXPECT_FALSE(project->Dirty());
   EXPECT_EQ(log.Take().find("Dirty"), std::string::npos);
