@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstring>
 
 #include "host/compile/HuffmanCode.h"
 #include "host/compile/LzxBitWriter.h"
@@ -78,12 +79,12 @@ class SymbolCosts {
     for (std::size_t i = 0; i < mLength.size(); ++i) mLength[i] = lengthLengths[i] ? lengthLengths[i] : RareLength;
   }
 
-  /// Sums up what the bytes of the input cost as literals.
-  void Measure(std::string_view input) {
-    std::uint32_t sum = 0;
-    for (std::size_t i = 0; i < input.size(); ++i) {
+  /// Sums up what the bytes of the input cost as literals, from a place on.
+  void Measure(std::string_view input, std::size_t from) {
+    std::uint16_t sum = 0;
+    for (auto i = from; i < input.size(); ++i) {
       mBefore[i] = sum;
-      sum += mMain[static_cast<unsigned char>(input[i])];
+      sum = static_cast<std::uint16_t>(sum + mMain[static_cast<unsigned char>(input[i])]);
     }
     mBefore[input.size()] = sum;
   }
@@ -92,7 +93,7 @@ class SymbolCosts {
   [[nodiscard]] int SavedBy(std::uint32_t position, std::uint32_t length, std::size_t slot) const noexcept {
     const auto header = std::min(length - 2, 7U);
     const int cost = mMain[Literals + slot * 8 + header] + (header == 7 ? mLength[length - 9] : 0) + ExtraBits(slot);
-    return static_cast<int>(mBefore[position + length] - mBefore[position]) - cost;
+    return static_cast<std::uint16_t>(mBefore[position + length] - mBefore[position]) - cost;
   }
 
  private:
@@ -101,7 +102,7 @@ class SymbolCosts {
 
   std::array<std::uint8_t, MainSymbols> mMain{};
   std::array<std::uint8_t, LengthSymbols> mLength{};
-  std::array<std::uint32_t, LzxEncoder::IntervalSize + 1> mBefore{};
+  std::array<std::uint16_t, LzxEncoder::IntervalSize + 1> mBefore{};  ///< modulo 2^16: a match costs less
 };
 
 }  // namespace
@@ -125,8 +126,8 @@ struct LzxEncoder::State {
 
   void Begin(std::string_view input);
   void Parse(std::string_view input);
-  Choice Best(std::string_view input, std::uint32_t position, std::uint32_t limit, int toBeat);
-  void LearnCosts(std::string_view input);
+  Choice Best(std::string_view input, std::uint32_t position, std::uint32_t limit, const Choice& toBeat);
+  void LearnCosts(std::string_view input, std::uint32_t position);
   void AddLiteral(char byte);
   void AddMatch(const Choice& match);
   void BuildTrees();
@@ -138,7 +139,7 @@ struct LzxEncoder::State {
 void LzxEncoder::State::Begin(std::string_view input) {
   finder.Begin(input);
   costs.Begin();
-  costs.Measure(input);
+  costs.Measure(input, 0);
   nextLearning = FirstLearning;
   tokens.clear();
   firstFrameTokens = 0;
@@ -148,18 +149,22 @@ void LzxEncoder::State::Begin(std::string_view input) {
   alignedCounts.fill(0);
 }
 
-Choice LzxEncoder::State::Best(std::string_view input, std::uint32_t position, std::uint32_t limit, int toBeat) {
-  Choice best{1, 0, toBeat};
+/// What saves more here than `toBeat` does a byte before; without distance if nothing does. Found matches are at least
+/// as long, since a shorter one rarely saves more.
+Choice LzxEncoder::State::Best(std::string_view input, std::uint32_t position, std::uint32_t limit,
+                               const Choice& toBeat) {
+  Choice best{1, 0, toBeat.saved};
+  if (limit < 2) return best;
   const char* here = input.data() + position;
   for (std::size_t slot = 0; slot < recent.size(); ++slot) {
     const auto distance = recent[slot];
-    if (distance > position) continue;
+    if (distance > position || std::memcmp(here, here - distance, 2) != 0) continue;
     const auto length = LzxMatchFinder::CommonLength(here, here - distance, limit);
-    if (length < 2) continue;
     const auto saved = costs.SavedBy(position, length, slot);
     if (saved > best.saved) best = {length, distance, saved};
   }
-  for (const auto& match : finder.FindAndInsert(position, limit, best.distance ? best.length : 0)) {
+  const auto longerThan = std::max(toBeat.length - 1, best.distance ? best.length : 0);
+  for (const auto& match : finder.FindAndInsert(position, limit, longerThan)) {
     if (match.distance > MaximumDistance) break;
     const auto saved = costs.SavedBy(position, match.length, SlotOf(match.distance + 2));
     if (saved > best.saved) best = {match.length, match.distance, saved};
@@ -172,12 +177,12 @@ void LzxEncoder::State::Parse(std::string_view input) {
   Choice pending;  // what was found one place ahead, if anything
   bool havePending = false;
   for (std::uint32_t position = 0; position < size;) {
-    if (position >= nextLearning) LearnCosts(input);
+    if (position >= nextLearning) LearnCosts(input, position);
     if (position == FrameSize) firstFrameTokens = tokens.size();
     const auto frameEnd = (position / FrameSize + 1) * FrameSize;
     const auto room = static_cast<std::uint32_t>(frameEnd) - position;
     const auto limit = std::min(LzxMatchFinder::MaximumLength, room);
-    const auto current = havePending ? pending : Best(input, position, limit, 0);
+    const auto current = havePending ? pending : Best(input, position, limit, {});
     havePending = false;
     if (!current.distance) {
       AddLiteral(input[position++]);
@@ -186,7 +191,7 @@ void LzxEncoder::State::Parse(std::string_view input) {
     // A better match one byte on is worth a literal here.
     auto inserted = position + 1;
     if (current.length < 64 && room > 1) {
-      pending = Best(input, position + 1, std::min(LzxMatchFinder::MaximumLength, room - 1), current.saved);
+      pending = Best(input, position + 1, std::min(LzxMatchFinder::MaximumLength, room - 1), current);
       ++inserted;
       if (pending.distance) {
         havePending = true;
@@ -201,11 +206,11 @@ void LzxEncoder::State::Parse(std::string_view input) {
   if (size <= FrameSize) firstFrameTokens = tokens.size();
 }
 
-void LzxEncoder::State::LearnCosts(std::string_view input) {
+void LzxEncoder::State::LearnCosts(std::string_view input, std::uint32_t position) {
   BuildCodeLengths(mainCounts, 16, mainLengths);
   BuildCodeLengths(lengthCounts, 16, lengthLengths);
   costs.Learn(mainLengths, lengthLengths);
-  costs.Measure(input);
+  costs.Measure(input, position);
   nextLearning *= 2;
 }
 

@@ -8,7 +8,8 @@
 
 namespace quillbook::compile {
 
-/// Hash chains over the positions of one interval. All state fits the processor's second-level cache.
+/// Hash chains over the positions of one interval: all occurrences of four bytes, and the latest of three, since a
+/// short match that is far away saves nothing. All state fits the processor's second-level cache.
 class LzxMatchFinder {
  public:
   struct Match {
@@ -31,17 +32,30 @@ class LzxMatchFinder {
   [[nodiscard]] static std::uint32_t CommonLength(const char* left, const char* right, std::uint32_t limit) noexcept;
 
  private:
-  static constexpr int HashBits = 15;
+  static constexpr std::size_t IntervalSize = 0x10000;
+  static constexpr int BitsOfFour = 15;
+  static constexpr int BitsOfThree = 14;
+  static constexpr std::uint32_t HashedLength = 4;  ///< of the chains
   static constexpr std::uint32_t MaximumChain = 32;
   static constexpr std::uint32_t GoodLength = 96;  ///< long enough to stop looking
 
-  [[nodiscard]] std::uint32_t HashAt(std::uint32_t position) const noexcept;
+  /// Positions that begin with the same bytes, counted from 1; 0 is none.
+  struct Latest {
+    std::uint32_t ofThree = 0;
+    std::uint32_t ofFour = 0;
+  };
+  /// Enters a position; tells what was the latest before.
+  Latest Enter(std::uint32_t position) noexcept;
+  /// Follows the chain from `candidate` on and adds what is longer than `best`, which is at least 3.
+  void FindLonger(std::uint32_t position, std::uint32_t limit, std::uint32_t best, std::uint32_t candidate);
 
   std::string_view mData;
-  std::array<std::uint32_t, 1U << HashBits> mHead{};  ///< position + mBase; below mBase: empty
-  std::array<std::uint32_t, 0x10000> mPrevious{};
-  std::uint32_t mBase = 0;
-  std::array<Match, MaximumChain> mFound{};
+  // Counted from 1 positions still fit 16 bits: the last three of an interval have no four bytes and aren't entered.
+  std::array<std::uint16_t, 1U << BitsOfFour> mLatestOfFour{};
+  std::array<std::uint16_t, 1U << BitsOfThree> mLatestOfThree{};
+  std::array<std::uint16_t, IntervalSize> mPrevious{};
+  std::array<Match, MaximumChain + 1> mFound{};
+  std::size_t mFoundCount = 0;
 };
 
 }  // namespace quillbook::compile
