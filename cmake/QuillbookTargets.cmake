@@ -20,6 +20,11 @@ if(QUILLBOOK_SANITIZE)
                                                    -fno-omit-frame-pointer)
   target_link_options(quillbook_flags INTERFACE -fsanitize=${QUILLBOOK_SANITIZE})
 endif()
+if(QUILLBOOK_FUZZ)
+  # Counts in every file what is reached: without it libFuzzer is blind.
+  target_compile_options(quillbook_flags INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(quillbook_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL Clang AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 16)
   target_include_directories(quillbook_flags BEFORE INTERFACE ${PROJECT_SOURCE_DIR}/tools/clang14)
