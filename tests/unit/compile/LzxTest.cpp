@@ -5,6 +5,7 @@
 
 #include "host/compile/LzxDecoder.h"
 #include "host/compile/LzxEncoder.h"
+#include "support/SomeFiles.h"
 
 namespace quillbook::compile {
 namespace {
@@ -45,12 +46,7 @@ void ExpectRoundTrip(const std::string& input) {
   }
 }
 
-std::string RandomBytes(std::size_t size, unsigned kinds, unsigned seed) {
-  std::mt19937 random(seed);
-  std::string bytes(size, '\0');
-  for (auto& byte : bytes) byte = static_cast<char>(random() % kinds);
-  return bytes;
-}
+using support::RandomBytes;
 
 TEST(Lzx, AllZeros_ComeBack_AndTakeAlmostNothing) {
   const std::string zeros(500'000, '\0');

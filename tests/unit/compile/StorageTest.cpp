@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <map>
 #include <random>
 
 #include "host/compile/Bytes.h"
@@ -8,11 +7,12 @@
 #include "host/compile/ItsfWriter.h"
 #include "host/compile/StorageReader.h"
 #include "quillbook/base/Failure.h"
+#include "support/SomeFiles.h"
 
 namespace quillbook::compile {
 namespace {
 
-using Files = std::map<std::string, std::string>;
+using Files = support::NamedFiles;
 
 std::string Pack(const Files& files, StorageReader::Format format) {
   MemorySink content;
@@ -30,39 +30,41 @@ std::string Pack(const Files& files, StorageReader::Format format) {
   return front.Bytes() + content.Bytes();
 }
 
-/// Text that compresses somewhat, or noise.
-std::string SomeBytes(std::mt19937& random, std::size_t size, bool noise) {
-  std::string bytes(size, '\0');
-  for (auto& byte : bytes) byte = noise ? static_cast<char>(random()) : "the quick <p>\n"[random() % 14];
-  return bytes;
+void ExpectComeBack(const Files& files, StorageReader::Format format) {
+  const auto file = Pack(files, format);
+  const MemorySource source(file);
+  const StorageReader reader(source);
+  EXPECT_EQ(reader.GetFormat(), format);
+  EXPECT_TRUE(reader.Problems().empty());
+  EXPECT_EQ(reader.LocaleId(), 0x409u);
+  std::size_t listed = 0;
+  for (const auto& entry : reader.Entries()) listed += files.contains(entry.name);
+  EXPECT_EQ(listed, files.size());
+  for (const auto& [name, bytes] : files) {
+    const auto* entry = reader.Find(name);
+    ASSERT_NE(entry, nullptr) << name;
+    ASSERT_TRUE(reader.ReadAll(*entry) == bytes) << name;
+  }
+  ASSERT_NE(reader.Find("/#system"), nullptr);
+  EXPECT_EQ(reader.ReadAll(*reader.Find("/#system")), "stored");
 }
 
 class Storage : public testing::TestWithParam<StorageReader::Format> {};
 INSTANTIATE_TEST_SUITE_P(Formats, Storage,
                          testing::Values(StorageReader::Format::HtmlHelp1, StorageReader::Format::Help2));
 
+// A hundred other trees: compile_tests --gtest_filter='*TreesOf*' --gtest_shuffle --gtest_repeat=100
 TEST_P(Storage, TreesOfAnyNamesAndSizes_ComeBack) {
-  std::mt19937 random(11);
+  support::SomeFiles some(11 + static_cast<unsigned>(testing::UnitTest::GetInstance()->random_seed()));
   for (const std::size_t count : {0, 1, 20, 130, 900}) {
-    Files files;
-    for (std::size_t i = 0; i < count; ++i) {
-      const auto name = "/d" + std::to_string(random() % 9) + "/" + std::string(random() % 60, 'n') + std::to_string(i);
-      files[name] = SomeBytes(random, i % 50 == 7 ? 300'000 : random() % 3'000, i % 5 == 0);
-    }
-    const auto file = Pack(files, GetParam());
-    const MemorySource source(file);
-    const StorageReader reader(source);
-    EXPECT_EQ(reader.GetFormat(), GetParam());
-    EXPECT_TRUE(reader.Problems().empty());
-    EXPECT_EQ(reader.LocaleId(), 0x409u);
-    for (const auto& [name, bytes] : files) {
-      const auto* entry = reader.Find(name);
-      ASSERT_NE(entry, nullptr) << name;
-      ASSERT_TRUE(reader.ReadAll(*entry) == bytes) << name;
-    }
-    ASSERT_NE(reader.Find("/#system"), nullptr);
-    EXPECT_EQ(reader.ReadAll(*reader.Find("/#system")), "stored");
+    auto files = some.Tree(count, 40'000);
+    if (count == 20) files["/large"] = some.Content(10'000'000);
+    ExpectComeBack(files, GetParam());
   }
+}
+
+TEST_P(Storage, FilesOfMegabytesThatDontCompress_ComeBack) {
+  ExpectComeBack({{"/a", "x"}, {"/b", support::RandomBytes(10'000'000, 256, 1)}, {"/c", "y"}}, GetParam());
 }
 
 TEST_P(Storage, SameFiles_GiveTheSameBytes) {
@@ -73,7 +75,7 @@ TEST_P(Storage, SameFiles_GiveTheSameBytes) {
 TEST_P(Storage, DamagedContainers_AreRefusedWithAFailure_OrReadWithinBounds) {
   std::mt19937 random(5);
   Files files;
-  for (int i = 0; i < 40; ++i) files["/page" + std::to_string(i)] = SomeBytes(random, 4'000, false);
+  for (int i = 0; i < 40; ++i) files["/page" + std::to_string(i)] = support::RandomBytes(4'000, 14, random());
   const auto whole = Pack(files, GetParam());
   int refused = 0;
   for (int round = 0; round < 400; ++round) {
