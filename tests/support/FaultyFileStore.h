@@ -23,10 +23,13 @@ class FaultyFileStore final : public FileStore {
   FailureNumber reading = FailureNumber::None;
   FailureNumber opening = FailureNumber::None;
   FailureNumber closing = FailureNumber::None;
+  /// The file of this path is listed, but gone when it is read.
+  std::string vanished;
 
   [[nodiscard]] FileStatus GetStatus(const std::string& path) const override { return mDisk.GetStatus(path); }
   [[nodiscard]] std::string ReadFile(const std::string& path) const override {
     FailIf(reading, path);
+    if (path == vanished) Fail(FailureNumber::FileNotFound, path);
     return mDisk.ReadFile(path);
   }
   [[nodiscard]] std::vector<DirectoryEntry> ListDirectory(const std::string& path) const override {

@@ -9,6 +9,18 @@ namespace quillbook::compile {
 
 enum class MessageLevel { Note, Warning, Error };
 
+/// A place in a text. Both numbers count from 1, a column is a character; 0 where none is at fault.
+struct TextPlace {
+  int line = 0;
+  int column = 0;
+};
+
+/// Where a file names something.
+struct FileMention {
+  std::string file;  ///< native path
+  TextPlace place = {};
+};
+
 /// One message. The codes are frozen: scripts test for them.
 struct CompileMessage {
   MessageLevel level = MessageLevel::Warning;
@@ -35,6 +47,12 @@ class MessageList {
   }
   void Error(std::string_view code, std::string text, std::string file = {}, int line = 0, int column = 0) {
     Add({MessageLevel::Error, std::string(code), std::move(text), std::move(file), line, column});
+  }
+  void Warning(std::string_view code, std::string text, const FileMention& mention) {
+    Warning(code, std::move(text), mention.file, mention.place.line, mention.place.column);
+  }
+  void Error(std::string_view code, std::string text, const FileMention& mention) {
+    Error(code, std::move(text), mention.file, mention.place.line, mention.place.column);
   }
   [[nodiscard]] const std::vector<CompileMessage>& All() const noexcept { return mMessages; }
   [[nodiscard]] std::size_t Errors() const noexcept { return mErrors; }

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "host/compile/ChmTopics.h"
-#include "host/compile/HelpOutput.h"
 #include "host/compile/KeywordIndex.h"
 #include "host/compile/Sitemap.h"
+#include "host/compile/StorageReader.h"
 #include "quillbook/host/CompileMessage.h"
 
 namespace quillbook::compile {
@@ -20,15 +20,15 @@ struct ChmExpectation {
   int codePage = 1252;
   std::string title;
   std::string defaultTopic;
-  const Sitemap* contents = nullptr;
-  bool binaryContents = false;
-  const std::vector<KeywordEntry>* keywords = nullptr;
-  bool binaryIndex = false;
+  std::string contentsFile;
+  std::string indexFile;
+  const Sitemap* contents = nullptr;                    ///< of the binary contents, if there are any
+  const std::vector<KeywordEntry>* keywords = nullptr;  ///< of the binary index, likewise
   const ChmTopics* topics = nullptr;
   std::function<std::string(std::string_view)> encode;  ///< text in the code page
 };
 
-/// Every difference is an error message that says which.
-void CheckChm(const HelpOutput& output, const ChmExpectation& expected, MessageList& messages);
+/// Every difference is an error message that says which. The files' bytes are not looked at here.
+void CheckChm(const StorageReader& result, const ChmExpectation& expected, MessageList& messages);
 
 }  // namespace quillbook::compile

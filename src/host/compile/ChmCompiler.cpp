@@ -1,9 +1,9 @@
 #include "host/compile/ChmCompiler.h"
 
 #include <algorithm>
-#include <chrono>
+#include <functional>
 #include <memory>
-#include <optional>
+#include <set>
 #include <utility>
 
 #include "host/compile/ChmCheck.h"
@@ -12,10 +12,8 @@
 #include "host/compile/ContentsIndex.h"
 #include "host/compile/EncodingAudit.h"
 #include "host/compile/FullTextIndex.h"
-#include "host/compile/HelpOutput.h"
+#include "host/compile/HelpCompile.h"
 #include "host/compile/KeywordIndex.h"
-#include "host/compile/PageScan.h"
-#include "host/compile/ProjectFiles.h"
 #include "host/compile/WordSplitter.h"
 #include "quillbook/base/Failure.h"
 #include "quillbook/base/Text.h"
@@ -25,15 +23,6 @@ namespace quillbook::compile {
 
 namespace {
 
-bool IsPage(std::string_view path) {
-  return EndsWithIgnoringCase(path, ".htm") || EndsWithIgnoringCase(path, ".html") ||
-         EndsWithIgnoringCase(path, ".xhtml");
-}
-
-int LineOf(std::string_view text, std::size_t offset) {
-  return 1 + static_cast<int>(std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
-}
-
 /// A contents or index file.
 struct SitemapFile {
   std::string path;  ///< as stored; empty if there is none
@@ -41,129 +30,84 @@ struct SitemapFile {
   Sitemap sitemap;
 };
 
-/// One compile, from the project's text to the checked file.
-class ChmCompile {
+/// One compile of HTML Help 1.x.
+class ChmCompile final : public HelpCompile {
  public:
-  explicit ChmCompile(const CompileOptions& options) : mOptions(options) {}
-
-  CompileReport Run() {
-    if (!ReadProject()) return std::move(mReport);
-    try {
-      ReadSitemaps();     // 2
-      CollectFiles();     // 3
-      AuditNames();       // 4
-      StoreFiles();       // 5
-      StoreTables();      // 6
-      FinishContainer();  // 7
-      CheckResult();      // 8
-      Publish();          // 9
-    } catch (...) {
-      mReport.messages.Error("HC4001", CurrentFailure().Description());
-    }
-    return std::move(mReport);
-  }
+  explicit ChmCompile(const CompileOptions& options) : HelpCompile(options, StorageReader::Format::HtmlHelp1) {}
 
  private:
-  bool ReadProject();
+  using IfMissing = ProjectFiles::IfMissing;
+
+  ProjectFacts ReadProject() override;
+  void CollectFiles() override;
   void ReadSitemaps();
   SitemapFile ReadSitemap(const std::string& name, int line, std::string_view what);
   void ResolveTargets(SitemapFile& file);
-  void CollectFiles();
-  void CollectTargets(const SitemapFile& file);
+  void ReadStopList();
+  void CollectNamedFiles();
+  std::string AddNamed(const std::string& name, const FileMention& mention, IfMissing level);
   void AuditNames();
-  void StoreFiles();
-  void StoreFile(const std::string& path);
-  void StorePage(const std::string& path, const std::string& bytes);
-  void CollectReferences(const std::string& path, std::string_view page, const PageFacts& facts);
+  void TakePage(const std::string& path, std::string_view page, const PageFacts& facts) override;
   void IndexWords(std::uint32_t topic, const PageFacts& facts);
-  void StoreTables();
+  void StoreTables() override;
   void StoreContents();
   void StoreKeywords();
   void StoreKeywordStreams(const std::string& folder, std::vector<KeywordEntry>& entries);
   void StoreFullText();
   void StoreSystem();
-  void AddTable(std::string_view name, std::string_view bytes) { mOutput->AddTable(name, bytes); }
-  void FinishContainer();
-  void CheckResult();
-  void Publish();
+  void AddTable(std::string_view name, std::string_view bytes) { Output().AddTable(name, bytes); }
+  void CheckTables(const StorageReader& result) override;
 
   [[nodiscard]] std::string Encode(std::string_view text) const { return mCodePage->Encode(text); }
-  MessageList& Messages() { return mReport.messages; }
-  /// The path that a file of the project means by `path`, with its anchor; as it stands for an outside address.
-  std::string Resolve(const std::string& path, const FileMention& mention);
 
-  const CompileOptions& mOptions;
-  CompileReport mReport;
   HelpProject mProject;
   SitemapFile mContents;
   SitemapFile mIndex;
   std::unique_ptr<CodePageText> mCodePage;
   std::unique_ptr<EncodingAudit> mAudit;
-  std::unique_ptr<ProjectFiles> mFiles;
-  std::unique_ptr<HelpOutput> mOutput;
   ChmTopics mTopics;
   ChmStrings mStrings;
   std::unique_ptr<FullTextIndex> mFullText;  ///< if there is to be one
   WordSplitter mSplitter;
+  std::set<std::string, std::less<>> mStopWords;
   std::vector<KeywordEntry> mKeywords;
   std::vector<KeywordEntry> mAssociativeKeywords;
   SystemFacts mSystem;
-  ChmExpectation mExpected;
 };
 
-// 1: everything else hangs on the project's text.
-bool ChmCompile::ReadProject() {
-  try {
-    mProject = ReadHelpProject(mOptions.project, Messages());
-  } catch (const Failure& failure) {
-    Messages().Error("HC1000", failure.Description(), mOptions.project);
-    mReport.outcome = CompileReport::Outcome::Unreadable;
-    return false;
-  }
-  std::replace(mProject.compiledFile.begin(), mProject.compiledFile.end(), '\\', '/');
-  mReport.output = mOptions.output;
-  if (mReport.output.empty())
-    mReport.output = (mProject.compiledFile.starts_with('/') ? "" : mProject.folder) + mProject.compiledFile;
-  const auto name = mReport.output.substr(FolderOf(mReport.output).size());
-  mSystem.stem = name.substr(0, name.rfind('.'));
-  mSystem.timeStamp = TimeStampOfEnvironment();
+HelpCompile::ProjectFacts ChmCompile::ReadProject() {
+  mProject = ReadHelpProject(Options().project, Messages());
   mCodePage = std::make_unique<CodePageText>(mProject.codePage);
   mAudit = std::make_unique<EncodingAudit>(*mCodePage, Messages());
-  mFiles = std::make_unique<ProjectFiles>(mProject.folder, Messages());
-  return true;
+  return {mProject.compiledFile, mProject.localeId, mProject.codePage};
 }
 
-std::string ChmCompile::Resolve(const std::string& path, const FileMention& mention) {
-  if (path.empty() || IsOutsideAddress(path)) return path;
-  const auto inner = InnerPath("", path);
-  if (inner) return *inner + std::string(AnchorOf(path));
-  Messages().Error("HC3001", "'" + path + "' lies outside the project's folder", mention.file, mention.line);
-  return {};
+// Pages name more files when they are read.
+void ChmCompile::CollectFiles() {
+  ReadSitemaps();
+  if (mProject.fullTextSearch) ReadStopList();
+  CollectNamedFiles();
+  AuditNames();
 }
 
-// 2: contents and index, with the paths of their targets resolved.
 void ChmCompile::ReadSitemaps() {
   mContents = ReadSitemap(mProject.contentsFile, mProject.contentsLine, "contents");
   mIndex = ReadSitemap(mProject.indexFile, mProject.indexLine, "index");
-  mReport.contentsEntries = mContents.sitemap.entries.size();
+  Report().contentsEntries = mContents.sitemap.entries.size();
 }
 
 SitemapFile ChmCompile::ReadSitemap(const std::string& name, int line, std::string_view what) {
   SitemapFile file;
-  if (name.empty()) return file;
-  const FileMention mention{mProject.file, line};
-  const auto inner = Resolve(name, mention);
-  if (inner.empty()) return file;
-  const auto path = mFiles->Add(inner, mention, ProjectFiles::IfMissing::Error);
+  const FileMention mention{mProject.file, {line}};
+  const auto path = AddFile(name, mention, IfMissing::Error);
   if (!path) return file;
   file.path = *path;
-  file.nativePath = mFiles->NativePath(*path);
+  file.nativePath = Files().NativePath(*path);
   try {
     file.sitemap =
         ParseSitemap(DecodeHelpText(Platform::Current().Files().ReadFile(file.nativePath), mProject.codePage));
   } catch (const Failure& failure) {
-    Messages().Error("HC3005", "The " + std::string(what) + " file can't be read: " + failure.Description(),
-                     mention.file, mention.line);
+    Messages().Error("HC3005", "The " + std::string(what) + " file can't be read: " + failure.Description(), mention);
   }
   ResolveTargets(file);
   return file;
@@ -171,113 +115,84 @@ SitemapFile ChmCompile::ReadSitemap(const std::string& name, int line, std::stri
 
 void ChmCompile::ResolveTargets(SitemapFile& file) {
   for (auto& entry : file.sitemap.entries) {
-    if (entry.targets.empty() && !entry.url.empty()) entry.targets.push_back({entry.name, entry.url});
-    for (auto& target : entry.targets) target.local = Resolve(target.local, {file.nativePath, entry.line});
+    if (entry.targets.empty() && !entry.url.empty())
+      entry.targets.push_back({entry.name, entry.url, entry.place, entry.place});
+    for (auto& target : entry.targets) target.local = Resolve(target.local, {file.nativePath, target.place});
     std::erase_if(entry.targets, [](const SitemapTarget& target) { return target.local.empty(); });
   }
 }
 
-// 3: what the project, its contents, index, windows and context ids name. Pages name more when they are read.
-void ChmCompile::CollectFiles() {
-  using IfMissing = ProjectFiles::IfMissing;
-  const auto add = [&](const std::string& name, const FileMention& mention, IfMissing level) {
-    auto inner = Resolve(name, mention);
-    if (inner.empty() || IsOutsideAddress(inner)) return inner;
-    const auto anchor = std::string(AnchorOf(inner));
-    const auto found = mFiles->Add(inner.substr(0, inner.size() - anchor.size()), mention, level);
-    return found ? *found + anchor : inner;
-  };
+/// Words that the search passes over. The list itself is nothing for a viewer.
+void ChmCompile::ReadStopList() {
+  const FileMention mention{mProject.file, {mProject.stopListLine}};
+  const auto inner = Resolve(mProject.stopListFile, mention);
+  if (inner.empty()) return;
+  const auto path = Files().Look(inner, mention, IfMissing::Error);
+  if (!path) return;
+  try {
+    const auto list =
+        DecodeHelpText(Platform::Current().Files().ReadFile(Files().NativePath(*path)), mProject.codePage);
+    mSplitter.Split(list, [this](std::string_view word) { mStopWords.emplace(word); });
+  } catch (const Failure& failure) {
+    Messages().Error("HC3005", "The stop list can't be read: " + failure.Description(), mention);
+  }
+}
+
+/// What the project, its contents, index, windows and context ids name.
+void ChmCompile::CollectNamedFiles() {
   for (const auto& file : std::exchange(mProject.files, {}))
-    (void)add(file.path, {mProject.file, file.line}, IfMissing::Error);
-  mSystem.defaultTopic = add(mProject.defaultTopic, {mProject.file, mProject.defaultTopicLine}, IfMissing::Error);
-  CollectTargets(mContents);
-  CollectTargets(mIndex);
+    (void)AddFile(file.path, {mProject.file, {file.line}}, IfMissing::Error);
+  mSystem.defaultTopic =
+      AddNamed(mProject.defaultTopic, {mProject.file, {mProject.defaultTopicLine}}, IfMissing::Error);
+  AddTargets(mContents.sitemap, mContents.nativePath);
+  AddTargets(mIndex.sitemap, mIndex.nativePath);
   for (auto& window : mProject.windows)
     for (auto* name : {&window.contentsFile, &window.indexFile, &window.defaultTopic, &window.home})
-      *name = add(*name, {mProject.file, window.line}, IfMissing::Warning);
-  for (auto& id : mProject.contextIds) id.page = add(id.page, {id.file, id.line}, IfMissing::Warning);
+      *name = AddNamed(*name, {mProject.file, {window.line}}, IfMissing::Warning);
+  for (auto& id : mProject.contextIds) id.page = AddNamed(id.page, {id.file, {id.line}}, IfMissing::Warning);
   if (!mSystem.defaultTopic.empty()) return;
-  const auto first = std::find_if(mFiles->All().begin(), mFiles->All().end(), IsPage);
-  if (first != mFiles->All().end()) mSystem.defaultTopic = *first;
+  const auto first = std::find_if(Files().All().begin(), Files().All().end(), IsPage);
+  if (first != Files().All().end()) mSystem.defaultTopic = *first;
 }
 
-void ChmCompile::CollectTargets(const SitemapFile& file) {
-  for (const auto& entry : file.sitemap.entries)
-    for (const auto& target : entry.targets)
-      if (!IsOutsideAddress(target.local))
-        (void)mFiles->Add(target.local.substr(0, target.local.size() - AnchorOf(target.local).size()),
-                          {file.nativePath, entry.line}, ProjectFiles::IfMissing::Warning);
+/// The name as the viewer is to have it, with its anchor: of the stored file, else as it stands.
+std::string ChmCompile::AddNamed(const std::string& name, const FileMention& mention, IfMissing level) {
+  auto inner = Resolve(name, mention);
+  const auto found = AddFile(inner, mention, level);
+  return found ? *found + std::string(AnchorOf(inner)) : inner;
 }
 
-// 4: pages are audited one by one when they are read.
+/// Pages are audited one by one when they are read.
 void ChmCompile::AuditNames() {
   mAudit->CheckProject(mProject);
   mAudit->CheckContents(mContents.sitemap, mContents.nativePath);
   mAudit->CheckIndex(mIndex.sitemap, mIndex.nativePath);
 }
 
-// 5: file after file goes into the container; one at a time is in memory.
-void ChmCompile::StoreFiles() {
-  mOutput = std::make_unique<HelpOutput>(mReport.output);
-  if (mProject.fullTextSearch) mFullText = std::make_unique<FullTextIndex>(mOutput->WorkFolder());
-  // The list grows meanwhile.
-  for (std::size_t i = 0; i < mFiles->All().size(); ++i) StoreFile(std::string(mFiles->All()[i]));
-}
-
-void ChmCompile::StoreFile(const std::string& path) {
-  std::string bytes;
-  try {
-    bytes = Platform::Current().Files().ReadFile(mFiles->NativePath(path));
-  } catch (const Failure& failure) {
-    Messages().Error("HC3005", "The file can't be read: " + failure.Description(), mFiles->NativePath(path));
-    return;
-  }
-  mOutput->AddFile("/" + path, bytes);
-  ++mReport.files;
-  if (!IsPage(path)) return;
-  ++mReport.pages;
-  StorePage(path, bytes);
-}
-
-void ChmCompile::StorePage(const std::string& path, const std::string& bytes) {
-  int pageCodePage = 0;
-  const auto page = DecodePage(bytes, mProject.codePage, pageCodePage);
-  const auto facts = ScanPage(page);
-  mAudit->CheckPage(page, facts, mFiles->NativePath(path));
+void ChmCompile::TakePage(const std::string& path, std::string_view page, const PageFacts& facts) {
+  mAudit->CheckPage(page, facts, Files().NativePath(path));
   const auto topic =
       mTopics.Add(Encode(path), facts.title.empty() ? ChmTopics::NoTitle : mStrings.Add(Encode(facts.title)));
-  CollectReferences(path, page, facts);
   for (const auto& keyword : facts.associativeKeywords) mAssociativeKeywords.push_back({{keyword}, {topic}, {}});
   if (mProject.autoIndex)
     for (const auto& keyword : facts.keywords) mKeywords.push_back({{keyword}, {topic}, {}});
-  if (mFullText) IndexWords(topic, facts);
-}
-
-void ChmCompile::CollectReferences(const std::string& path, std::string_view page, const PageFacts& facts) {
-  for (const auto& reference : facts.references) {
-    if (IsOutsideAddress(reference.address) || reference.address.starts_with('#')) continue;
-    const auto inner = InnerPath(FolderOf(path), reference.address);
-    if (inner && inner->empty()) continue;
-    const FileMention mention{mFiles->NativePath(path), LineOf(page, reference.offset)};
-    if (inner)
-      (void)mFiles->Add(*inner, mention, ProjectFiles::IfMissing::Warning);
-    else
-      Messages().Error("HC3001", "'" + reference.address + "' lies outside the project's folder", mention.file,
-                       mention.line);
-  }
+  if (mProject.fullTextSearch) IndexWords(topic, facts);
 }
 
 void ChmCompile::IndexWords(std::uint32_t topic, const PageFacts& facts) {
+  if (!mFullText) mFullText = std::make_unique<FullTextIndex>(Output().WorkFolder());
   std::string bytes;
   mFullText->BeginPage(topic);
   for (const bool inTitle : {true, false})
     mSplitter.Split(inTitle ? facts.title : facts.text, [&](std::string_view word) {
-      if (mCodePage->TryEncodeWord(word, bytes)) mFullText->AddWord(bytes, inTitle);
+      if (mStopWords.contains(word))
+        mFullText->PassWord();
+      else if (mCodePage->TryEncodeWord(word, bytes))
+        mFullText->AddWord(bytes, inTitle);
     });
   mFullText->EndPage();
 }
 
-// 6: the tables that viewers find their way by.
 void ChmCompile::StoreTables() {
   StoreContents();
   StoreKeywords();
@@ -287,7 +202,6 @@ void ChmCompile::StoreTables() {
   AddTable("/#URLTBL", mTopics.UrlTableBytes());
   AddTable("/#URLSTR", mTopics.UrlStringsBytes());
   AddTable("/#STRINGS", mStrings.Bytes());
-  mOutput->AddFolders(mFiles->All());
 }
 
 void ChmCompile::StoreContents() {
@@ -315,7 +229,7 @@ void ChmCompile::StoreKeywords() {
   mSystem.binaryIndex = mProject.binaryIndex && !mKeywords.empty();
   if (mSystem.binaryIndex) StoreKeywordStreams("/$WWKeywordLinks/", mKeywords);
   StoreKeywordStreams("/$WWAssociativeLinks/", mAssociativeKeywords);
-  mReport.keywords = mKeywords.size();
+  Report().keywords = mKeywords.size();
   mSystem.keywordLinks = !mKeywords.empty();
   mSystem.associativeLinks = !mAssociativeKeywords.empty();
 }
@@ -342,14 +256,17 @@ void ChmCompile::StoreKeywordStreams(const std::string& folder, std::vector<Keyw
 void ChmCompile::StoreFullText() {
   if (!mFullText || mFullText->IsEmpty()) return;
   mSystem.fullText = true;
-  mOutput->Storage().BeginCompressed("/$FIftiMain");
+  Output().Storage().BeginCompressed("/$FIftiMain");
   mFullText->Write(static_cast<std::uint32_t>(mProject.codePage), mProject.localeId,
-                   [this](std::string_view piece) { mOutput->Storage().Append(piece); });
+                   [this](std::string_view piece) { Output().Storage().Append(piece); });
   mFullText.reset();  // the largest thing in memory
   AddTable("/$OBJINST", BuildWordBreaker(mProject.codePage, mProject.localeId));
 }
 
 void ChmCompile::StoreSystem() {
+  const auto name = Report().output.substr(FolderOf(Report().output).size());
+  mSystem.stem = name.substr(0, name.rfind('.'));
+  mSystem.timeStamp = TimeStampOfEnvironment();
   mSystem.contentsFile = mContents.path;
   mSystem.indexFile = mIndex.path;
   mSystem.defaultWindow = mProject.defaultWindow;
@@ -358,40 +275,22 @@ void ChmCompile::StoreSystem() {
   if (!mProject.contextIds.empty()) AddTable("/#IVB", BuildContextIds(mProject.contextIds, mStrings, *mCodePage));
   const auto header = BuildIndexHeader(mProject, mContents.sitemap, mTopics.Count(), mStrings, *mCodePage);
   AddTable("/#IDXHDR", header);
-  mOutput->Storage().AddStored("/#SYSTEM", BuildSystem(mProject, mSystem, header, *mCodePage));
-  mOutput->Storage().AddStored("/#ITBITS", {});
+  Output().Storage().AddStored("/#SYSTEM", BuildSystem(mProject, mSystem, header, *mCodePage));
+  Output().Storage().AddStored("/#ITBITS", {});
 }
 
-// 7: header and directory.
-void ChmCompile::FinishContainer() {
-  mOutput->Finish(StorageReader::Format::HtmlHelp1, mSystem.timeStamp, mProject.localeId);
-  mReport.bytes = mOutput->Size();
-}
-
-// 8: the file is read back before it takes the place of the old one.
-void ChmCompile::CheckResult() {
-  if (mReport.messages.Errors() > 0) return;
-  const auto start = std::chrono::steady_clock::now();
-  mExpected.codePage = mProject.codePage;
-  mExpected.title = mProject.title;
-  mExpected.defaultTopic = mSystem.defaultTopic;
-  mExpected.contents = &mContents.sitemap;
-  mExpected.binaryContents = mSystem.binaryContents;
-  mExpected.keywords = &mKeywords;
-  mExpected.binaryIndex = mSystem.binaryIndex;
-  mExpected.topics = &mTopics;
-  mExpected.encode = [this](std::string_view text) { return Encode(text); };
-  CheckChm(*mOutput, mExpected, Messages());
-  mReport.checkSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-// 9: only a whole and right file gets the name.
-void ChmCompile::Publish() {
-  if (mOptions.strict && Messages().Warnings() > 0)
-    Messages().Error("HC4002", "There were warnings, and none are allowed; no help file was made");
-  if (Messages().Errors() > 0) return;
-  mOutput->Publish();
-  mReport.outcome = CompileReport::Outcome::Made;
+void ChmCompile::CheckTables(const StorageReader& result) {
+  CheckChm(result,
+           {.codePage = mProject.codePage,
+            .title = mProject.title,
+            .defaultTopic = mSystem.defaultTopic,
+            .contentsFile = mContents.path,
+            .indexFile = mIndex.path,
+            .contents = mSystem.binaryContents ? &mContents.sitemap : nullptr,
+            .keywords = mSystem.binaryIndex ? &mKeywords : nullptr,
+            .topics = &mTopics,
+            .encode = [this](std::string_view text) { return Encode(text); }},
+           Messages());
 }
 
 }  // namespace

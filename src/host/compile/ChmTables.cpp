@@ -17,6 +17,8 @@ constexpr std::uint32_t HasPage = 0x8;
 constexpr std::size_t TreeHeader = 0x4C;
 constexpr std::size_t ListingHeader = 12;
 constexpr std::uint32_t NoBlock = 0xFFFFFFFF;
+constexpr std::size_t LongestText = 0x4000;  // longer than any block in which a text must lie
+constexpr std::uint64_t EntryMemory = 128;   // of an entry or a target, beside its texts
 
 /// A text that ends with two zero bytes; false if it doesn't end in the block.
 bool TakeUtf16(std::string_view block, std::size_t& at, std::string& text) {
@@ -50,7 +52,8 @@ std::map<int, std::string> ReadSystemRecords(const StorageReader& reader) {
   return records;
 }
 
-ChmTables::ChmTables(const StorageReader& reader, int codePage) : mReader(reader), mCodePage(codePage) {
+ChmTables::ChmTables(const StorageReader& reader, int codePage, std::uint64_t mostMemory)
+    : mReader(reader), mCodePage(codePage), mMemoryLeft(mostMemory) {
   mStrings = Load("/#STRINGS");
   mTopics = Load("/#TOPICS");
   mUrlTable = Load("/#URLTBL");
@@ -68,18 +71,28 @@ std::string ChmTables::Load(const std::string& name) {
   }
 }
 
-std::string ChmTables::TextAt(const std::string& table, std::size_t offset) const {
-  if (offset >= table.size()) return {};
-  const auto end = table.find('\0', offset);
-  return DecodeHelpText(table.substr(offset, end == std::string::npos ? end : end - offset), mCodePage);
+void ChmTables::Charge(std::uint64_t bytes) {
+  if (mMemoryLeft == 0) return;
+  mMemoryLeft -= std::min(bytes, mMemoryLeft);
+  if (mMemoryLeft == 0)
+    mProblems.emplace_back("contents and index are longer than they can honestly be; the rest is left out");
 }
 
-std::string ChmTables::StringAt(std::uint32_t offset) const {
+std::string ChmTables::TextAt(const std::string& table, std::size_t offset) {
+  if (offset >= table.size() || IsExhausted()) return {};
+  const auto text = std::string_view(table).substr(offset, LongestText);
+  auto decoded = DecodeHelpText(std::string(text.substr(0, text.find('\0'))), mCodePage);
+  Charge(decoded.size());
+  return decoded;
+}
+
+std::string ChmTables::StringAt(std::uint32_t offset) {
   return TextAt(mStrings, offset);
 }
 
-ChmTables::Topic ChmTables::TopicAt(std::uint32_t number) const {
+ChmTables::Topic ChmTables::TopicAt(std::uint32_t number) {
   Topic topic;
+  Charge(EntryMemory);
   if (number >= TopicCount()) return topic;
   const auto at = std::size_t{number} * 16;
   topic.title = StringAt(GetDword(mTopics, at + 4));
@@ -98,7 +111,7 @@ Sitemap ChmTables::ReadContents() {
   };
   std::vector<Pending> pending{{GetDword(bytes, 0), 0}};
   std::unordered_set<std::uint32_t> seen;
-  while (!pending.empty()) {
+  while (!pending.empty() && !IsExhausted()) {
     const auto [offset, level] = pending.back();
     pending.pop_back();
     if (offset == 0) continue;
@@ -106,6 +119,7 @@ Sitemap ChmTables::ReadContents() {
       mProblems.push_back("#TOCIDX: an entry of the contents leads nowhere or back");
       continue;
     }
+    Charge(EntryMemory);
     const auto flags = GetDword(bytes, offset + 4);
     const auto reference = GetDword(bytes, offset + 8);
     auto& entry = contents.entries.emplace_back();
@@ -150,13 +164,13 @@ std::vector<IndexLine> ChmTables::ReadKeywords(const std::string& folder) {
     return lines;
   }
   for (const auto block : ListingBlocks(tree, blockSize))
-    ReadListing(std::string_view(tree).substr(TreeHeader + block * blockSize, blockSize), lines);
+    if (!IsExhausted()) ReadListing(std::string_view(tree).substr(TreeHeader + block * blockSize, blockSize), lines);
   return lines;
 }
 
 void ChmTables::ReadListing(std::string_view block, std::vector<IndexLine>& lines) {
   std::size_t at = ListingHeader;
-  for (auto left = GetWord(block, 2); left > 0; --left) {
+  for (auto left = GetWord(block, 2); left > 0 && !IsExhausted(); --left) {
     IndexLine line;
     std::string path;
     if (!TakeUtf16(block, at, path) || at + 16 > block.size()) break;
@@ -172,10 +186,11 @@ void ChmTables::ReadListing(std::string_view block, std::vector<IndexLine>& line
       for (std::uint32_t i = 0; i < count; ++i, at += 4) line.topics.push_back(GetDword(block, at));
     }
     at += 8;
+    Charge(EntryMemory + line.name.size() + 4 * line.topics.size());
     lines.push_back(std::move(line));
     if (left == 1) return;
   }
-  if (GetWord(block, 2) > 0) mProblems.push_back("a block of the binary index is cut");
+  if (GetWord(block, 2) > 0 && !IsExhausted()) mProblems.push_back("a block of the binary index is cut");
 }
 
 }  // namespace quillbook::compile

@@ -21,7 +21,8 @@ using namespace compile;
 
 namespace {
 
-constexpr std::uint64_t LongestSource = 64U << 20;
+constexpr std::uint64_t LongestSource = 32U << 20;
+constexpr std::uint64_t MemoryForTables = 256U << 20;
 
 bool IsFolder(std::string_view name) {
   return name.ends_with('/');
@@ -106,7 +107,7 @@ void CompiledHelp::State::ReadChm() {
   };
   title = text(3);
   defaultTopic = text(2);
-  ChmTables tables(reader, codePage);
+  ChmTables tables(reader, codePage, MemoryForTables);
   ReadChmContents(tables, text(0));
   ReadChmIndex(tables, text(1));
   problems.insert(problems.end(), tables.Problems().begin(), tables.Problems().end());
@@ -123,6 +124,7 @@ void CompiledHelp::State::ReadChmIndex(ChmTables& tables, const std::string& nam
   for (const auto& line : tables.ReadKeywords("/$WWKeywordLinks/")) {
     auto& entry = index.emplace_back(IndexEntry{line.level, line.name, line.seeAlso, {}});
     for (const auto number : line.topics) {
+      if (tables.IsExhausted()) return;
       auto topic = tables.TopicAt(number);
       entry.targets.push_back({std::move(topic.title), std::move(topic.local)});
     }

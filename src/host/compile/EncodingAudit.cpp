@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/compile/KeywordIndex.h"
+#include "host/compile/PlaceFinder.h"
 #include "quillbook/base/CodePage.h"
 #include "quillbook/base/Text.h"
 
@@ -20,26 +21,6 @@ std::string Describe(std::string_view text, std::size_t at) {
   return "'" + std::string(text.substr(at, end - at)) + "' (U+" + number + ")";
 }
 
-struct Place {
-  int line = 1;
-  int column = 1;
-};
-
-Place PlaceOf(std::string_view text, std::size_t offset) {
-  Place place;
-  for (std::size_t at = 0; at < offset;) {
-    if (text[at] == '\n') {
-      ++place.line;
-      place.column = 1;
-      ++at;
-    } else {
-      (void)NextCodePoint(text, at);
-      ++place.column;
-    }
-  }
-  return place;
-}
-
 }  // namespace
 
 std::string EncodingAudit::CodePageName() const {
@@ -47,13 +28,13 @@ std::string EncodingAudit::CodePageName() const {
 }
 
 void EncodingAudit::CheckText(std::string_view code, std::string_view what, std::string_view text,
-                              const std::string& file, int line, int column) {
+                              const FileMention& mention) {
   const auto at = mCodePage.FindLacking(text);
   if (at == std::string_view::npos) return;
   mMessages.Warning(code,
                     CodePageName() + " lacks the character " + Describe(text, at) + " of " + std::string(what) + " '" +
                         std::string(text) + "'",
-                    file, line, column);
+                    mention);
 }
 
 void EncodingAudit::CheckProject(const HelpProject& project) {
@@ -62,23 +43,23 @@ void EncodingAudit::CheckProject(const HelpProject& project) {
         "HC2008",
         "The language " + std::to_string(project.localeId) +
             " has no code page of its own; contents, index and search can't be right in help of this kind",
-        project.file);
-  CheckText("HC2009", "the title", project.title, project.file, 0);
+        project.file, project.languageLine);
+  CheckText("HC2009", "the title", project.title, {project.file, {project.titleLine}});
   for (const auto& window : project.windows)
     for (const auto& text : {window.title, window.jump1Text, window.jump2Text})
-      CheckText("HC2009", "the window", text, project.file, window.line);
+      CheckText("HC2009", "the window", text, {project.file, {window.line}});
 }
 
 void EncodingAudit::CheckContents(const Sitemap& contents, const std::string& file) {
-  for (const auto& entry : contents.entries) CheckText("HC2002", "the contents entry", entry.name, file, entry.line);
+  for (const auto& entry : contents.entries) CheckText("HC2002", "the contents entry", entry.name, {file, entry.place});
 }
 
 void EncodingAudit::CheckIndex(const Sitemap& index, const std::string& file) {
   std::vector<std::size_t> lengths;  // of the keywords above
   for (const auto& entry : index.entries) {
-    CheckText("HC2003", "the keyword", entry.name, file, entry.line);
+    CheckText("HC2003", "the keyword", entry.name, {file, entry.place});
     for (const auto& target : entry.targets)
-      if (target.title != entry.name) CheckText("HC2003", "the title", target.title, file, entry.line);
+      if (target.title != entry.name) CheckText("HC2003", "the title", target.title, {file, target.titlePlace});
     lengths.resize(std::min(lengths.size(), static_cast<std::size_t>(entry.level)));
     const auto above = lengths.empty() ? 0 : lengths.back() + 2;
     lengths.push_back(above + Utf16Length(entry.name));
@@ -86,15 +67,21 @@ void EncodingAudit::CheckIndex(const Sitemap& index, const std::string& file) {
       mMessages.Warning("HC2007",
                         "Keyword '" + entry.name + "' is longer than " + std::to_string(LongestKeyword) +
                             " characters with the keywords above it and is cut",
-                        file, entry.line);
+                        FileMention{file, entry.place});
   }
 }
 
+/// The character may stand there as a reference; its place is then that of the title.
+void EncodingAudit::CheckTitle(std::string_view page, const PageFacts& facts, const std::string& file) {
+  if (mCodePage.FindLacking(facts.title) == std::string_view::npos) return;
+  const auto raw = page.substr(facts.titleOffset, page.find('<', facts.titleOffset) - facts.titleOffset);
+  const auto at = mCodePage.FindLacking(raw);
+  const auto offset = facts.titleOffset + (at == std::string_view::npos ? 0 : at);
+  CheckText("HC2001", "the title", facts.title, {file, PlaceFinder(page).At(offset)});
+}
+
 void EncodingAudit::CheckPage(std::string_view page, const PageFacts& facts, const std::string& file) {
-  if (mCodePage.FindLacking(facts.title) != std::string_view::npos) {
-    const auto place = PlaceOf(page, facts.titleOffset);
-    CheckText("HC2001", "the title", facts.title, file, place.line, place.column);
-  }
+  CheckTitle(page, facts, file);
   if (IsAscii(page)) return;
   std::size_t first = std::string_view::npos;
   std::size_t count = 0;
@@ -107,12 +94,11 @@ void EncodingAudit::CheckPage(std::string_view page, const PageFacts& facts, con
     }
   }
   if (count == 0) return;
-  const auto place = PlaceOf(page, first);
   mMessages.Warning("HC2004",
                     CodePageName() + " lacks the character " + Describe(page, first) +
                         (count > 1 ? " and " + std::to_string(count - 1) + " more of the page" : std::string()) +
                         "; full-text search won't find the words with them",
-                    file, place.line, place.column);
+                    FileMention{file, PlaceFinder(page).At(first)});
 }
 
 }  // namespace quillbook::compile

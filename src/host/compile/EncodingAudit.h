@@ -25,8 +25,8 @@ class EncodingAudit {
   void CheckPage(std::string_view page, const PageFacts& facts, const std::string& file);
 
  private:
-  void CheckText(std::string_view code, std::string_view what, std::string_view text, const std::string& file, int line,
-                 int column = 0);
+  void CheckText(std::string_view code, std::string_view what, std::string_view text, const FileMention& mention);
+  void CheckTitle(std::string_view page, const PageFacts& facts, const std::string& file);
   [[nodiscard]] std::string CodePageName() const;
 
   CodePageText& mCodePage;

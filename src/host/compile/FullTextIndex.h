@@ -28,6 +28,8 @@ class FullTextIndex {
   void BeginPage(std::uint32_t topic);
   /// The next word of the page, in bytes of the help file's code page and in lower case. At most 250 bytes count.
   void AddWord(std::string_view word, bool inTitle);
+  /// A word that isn't to be found, but takes a place: the distance between its neighbours is that of the page.
+  void PassWord() noexcept { ++mPosition; }
   void EndPage();
 
   [[nodiscard]] bool IsEmpty() const noexcept { return mWords.empty(); }

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "host/compile/Names.h"
+#include "host/compile/PlaceFinder.h"
 #include "host/compile/TagScanner.h"
 #include "quillbook/base/CodePage.h"
 #include "quillbook/base/Text.h"
@@ -17,16 +18,18 @@ std::string Value(const HtmlToken& token, std::string_view name) {
   return ResolveReferences(AttributeValue(token.attributes, name));
 }
 
-/// Gives every tag with its line.
-void ForEachTag(std::string_view text, const std::function<void(const HtmlToken& token, int line)>& visit) {
+/// An attribute, and where its value stands; the tag's own place if it has none.
+SourceMention Mention(const HtmlToken& token, std::string_view name, PlaceFinder& places) {
+  const auto value = AttributeValue(token.attributes, name);
+  return {ResolveReferences(value), value.empty() ? places.At(token.offset) : places.Of(value)};
+}
+
+void ForEachTag(std::string_view text, const std::function<void(const HtmlToken& token, PlaceFinder& places)>& visit) {
   TagScanner scanner(text);
+  PlaceFinder places(text);
   HtmlToken token;
-  std::size_t counted = 0;
-  int line = 1;
-  while (scanner.Next(token)) {
-    for (; counted < token.offset; ++counted) line += text[counted] == '\n';
-    if (token.isTag) visit(token, line);
-  }
+  while (scanner.Next(token))
+    if (token.isTag) visit(token, places);
 }
 
 /// True for `<x ... />`.
@@ -48,9 +51,9 @@ std::string DecodeXml(std::string bytes) {
 
 Help2Collection ParseCollection(std::string_view text) {
   Help2Collection collection;
-  ForEachTag(text, [&](const HtmlToken& token, int line) {
+  ForEachTag(text, [&](const HtmlToken& token, PlaceFinder& places) {
     if (token.isEnd) return;
-    const auto mention = [&](std::vector<SourceMention>& list) { list.push_back({Value(token, "File"), line}); };
+    const auto mention = [&](std::vector<SourceMention>& list) { list.push_back(Mention(token, "File", places)); };
     if (token.name == "HelpCollection") {
       collection.isCollection = true;
       collection.title = Value(token, "Title");
@@ -58,8 +61,8 @@ Help2Collection ParseCollection(std::string_view text) {
         collection.localeId = static_cast<std::uint32_t>(language);
     } else if (token.name == "CompilerOptions") {
       collection.outputFile = Value(token, "OutputFile");
-      if (const auto stopWords = Value(token, "StopWordFile"); !stopWords.empty())
-        collection.otherSources.push_back({stopWords, line});
+      if (auto stopWords = Mention(token, "StopWordFile", places); !stopWords.path.empty())
+        collection.otherSources.push_back(std::move(stopWords));
     } else if (token.name == "IncludeFile") {
       mention(collection.fileLists);
     } else if (token.name == "TOCDef") {
@@ -76,7 +79,7 @@ Help2Collection ParseCollection(std::string_view text) {
 Sitemap ParseHelp2Contents(std::string_view text) {
   Sitemap contents;
   int depth = 0;
-  ForEachTag(text, [&](const HtmlToken& token, int line) {
+  ForEachTag(text, [&](const HtmlToken& token, PlaceFinder& places) {
     if (token.name != "HelpTOCNode") return;
     if (token.isEnd) {
       if (depth > 0) --depth;
@@ -84,12 +87,14 @@ Sitemap ParseHelp2Contents(std::string_view text) {
     }
     auto& entry = contents.entries.emplace_back();
     entry.level = depth;
-    entry.line = line;
-    entry.name = Value(token, "Title");
+    auto title = Mention(token, "Title", places);
+    auto page = Mention(token, "Url", places);
+    entry.place = title.place;
+    entry.name = std::move(title.path);
     if (EqualsIgnoringCase(Value(token, "NodeType"), "TOC"))
-      entry.merge = Value(token, "Url");
-    else if (auto page = Value(token, "Url"); !page.empty())
-      entry.targets.push_back({entry.name, std::move(page)});
+      entry.merge = std::move(page.path);
+    else if (!page.path.empty())
+      entry.targets.push_back({entry.name, std::move(page.path), page.place, entry.place});
     if (!EndsItself(token)) ++depth;
   });
   return contents;
@@ -97,17 +102,19 @@ Sitemap ParseHelp2Contents(std::string_view text) {
 
 Sitemap ParseHelp2Index(std::string_view text, std::string& indexName) {
   Sitemap index;
-  ForEachTag(text, [&](const HtmlToken& token, int line) {
+  ForEachTag(text, [&](const HtmlToken& token, PlaceFinder& places) {
     if (token.isEnd) return;
     if (token.name == "HelpIndex") {
       indexName = Value(token, "Name");
     } else if (token.name == "Keyword") {
       auto& entry = index.entries.emplace_back();
-      entry.line = line;
-      entry.name = Value(token, "Term");
+      auto term = Mention(token, "Term", places);
+      entry.place = term.place;
+      entry.name = std::move(term.path);
     } else if (token.name == "Jump" && !index.entries.empty()) {
       auto& entry = index.entries.back();
-      entry.targets.push_back({entry.name, Value(token, "Url")});
+      auto page = Mention(token, "Url", places);
+      entry.targets.push_back({entry.name, std::move(page.path), page.place, entry.place});
     }
   });
   return index;
@@ -115,8 +122,8 @@ Sitemap ParseHelp2Index(std::string_view text, std::string& indexName) {
 
 std::vector<SourceMention> ParseFileList(std::string_view text) {
   std::vector<SourceMention> files;
-  ForEachTag(text, [&](const HtmlToken& token, int line) {
-    if (!token.isEnd && token.name == "File") files.push_back({Value(token, "Url"), line});
+  ForEachTag(text, [&](const HtmlToken& token, PlaceFinder& places) {
+    if (!token.isEnd && token.name == "File") files.push_back(Mention(token, "Url", places));
   });
   return files;
 }

@@ -10,10 +10,10 @@
 
 namespace quillbook::compile {
 
-/// A file that a source names, and where.
+/// Text of a source, mostly a path, and where it stands.
 struct SourceMention {
   std::string path;
-  int line = 0;
+  TextPlace place = {};
 };
 
 /// A collection (.HxC).

@@ -119,14 +119,26 @@ class Reader {
 
   /// The language decides how the rest is read, wherever in the file it stands.
   void FindLanguage(std::string_view bytes) {
+    int number = 0;
     for (const auto line : Split(bytes, '\n')) {
+      ++number;
       const auto equals = line.find('=');
       if (equals == std::string_view::npos || !EqualsIgnoringCase(Trim(line.substr(0, equals)), "Language")) continue;
-      if (const auto id = ReadNumber(line.substr(equals + 1))) mProject.localeId = *id;
+      mProject.languageLine = number;
+      TakeLanguage(Trim(line.substr(equals + 1)));
       break;
     }
-    if (const auto locale = Locale::FromID(static_cast<std::int32_t>(mProject.localeId)))
+  }
+
+  void TakeLanguage(std::string_view value) {
+    const auto id = ReadNumber(value);
+    if (const auto locale = id ? Locale::FromID(static_cast<std::int32_t>(*id)) : Ref<Locale>()) {
+      mProject.localeId = *id;
       mProject.codePage = locale->CodePage();
+    } else {
+      mMessages.Warning("HC1013", "Language '" + std::string(value) + "' is not known; English is taken instead",
+                        mProject.file, mProject.languageLine);
+    }
   }
 
   void ReadLines(const std::string& text, const std::string& file) {
@@ -217,7 +229,7 @@ class Reader {
         {"index file", {&HelpProject::indexFile, &HelpProject::indexLine}},
         {"default topic", {&HelpProject::defaultTopic, &HelpProject::defaultTopicLine}},
         {"default window", {&HelpProject::defaultWindow, nullptr}},
-        {"title", {&HelpProject::title, nullptr}},
+        {"title", {&HelpProject::title, &HelpProject::titleLine}},
         {"default font", {&HelpProject::defaultFont, nullptr}},
         {"full text search stop list file", {&HelpProject::stopListFile, &HelpProject::stopListLine}}};
     const auto found = options.find(key);

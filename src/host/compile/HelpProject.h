@@ -44,7 +44,7 @@ struct HelpProject {
   std::string folder;  ///< its folder, with a slash at the end; empty for the working directory
 
   std::string compiledFile, contentsFile, indexFile, defaultTopic, defaultWindow, title, defaultFont, stopListFile;
-  int contentsLine = 0, indexLine = 0, defaultTopicLine = 0, stopListLine = 0;
+  int contentsLine = 0, indexLine = 0, defaultTopicLine = 0, stopListLine = 0, titleLine = 0, languageLine = 0;
   std::uint32_t localeId = 0x409;
   int codePage = 1252;
   bool fullTextSearch = false;

@@ -1,134 +1,95 @@
 #include "host/compile/HxsCompiler.h"
 
 #include <algorithm>
-#include <chrono>
-#include <memory>
+#include <functional>
 
 #include "host/compile/Help2Sources.h"
-#include "host/compile/HelpOutput.h"
-#include "host/compile/ProjectFiles.h"
+#include "host/compile/HelpCompile.h"
+#include "quillbook/base/CodePage.h"
 #include "quillbook/base/Failure.h"
-#include "quillbook/base/Text.h"
+#include "quillbook/base/Locale.h"
 #include "quillbook/platform/Platform.h"
 
 namespace quillbook::compile {
 
 namespace {
 
-/// One compile, from the collection's text to the checked file.
-class HxsCompile {
+/// One compile of Microsoft Help 2. The sources are all that is inside beside the pages: no public description tells
+/// what tables the viewer wants.
+class HxsCompile final : public HelpCompile {
  public:
-  explicit HxsCompile(const CompileOptions& options) : mOptions(options) {}
-
-  CompileReport Run() {
-    if (!ReadCollection()) return std::move(mReport);  // 1
-    try {
-      CollectSources();  // 2
-      StoreFiles();      // 3
-      CheckResult();     // 4
-      Publish();         // 5
-    } catch (...) {
-      Messages().Error("HC4001", CurrentFailure().Description());
-    }
-    return std::move(mReport);
-  }
+  explicit HxsCompile(const CompileOptions& options) : HelpCompile(options, StorageReader::Format::Help2) {}
 
  private:
   using IfMissing = ProjectFiles::IfMissing;
 
-  bool ReadCollection();
-  void CollectSources();
+  ProjectFacts ReadProject() override;
+  void CollectFiles() override;
+  /// Gives the path inside and the text of a source that the collection names, if it is there.
+  void ReadSource(const SourceMention& source,
+                  const std::function<void(const std::string& path, const std::string& text)>& take);
   void CollectListed(const std::string& list, const SourceMention& file);
   void CollectPattern(const std::string& folder, const std::string& pattern, const FileMention& mention);
-  void CollectTargets(const std::string& source, const Sitemap& sitemap);
-  std::string Add(const std::string& path, const FileMention& mention, IfMissing level);
-  std::string Text(const std::string& inner);
-  void StoreFiles();
-  void CheckResult();
-  void Publish();
-  MessageList& Messages() { return mReport.messages; }
 
-  const CompileOptions& mOptions;
-  CompileReport mReport;
-  std::string mFolder;
   Help2Collection mCollection;
-  std::unique_ptr<ProjectFiles> mFiles;
-  std::unique_ptr<HelpOutput> mOutput;
 };
 
-// 1: everything else hangs on the collection.
-bool HxsCompile::ReadCollection() {
-  mFolder = FolderOf(mOptions.project);
-  mFiles = std::make_unique<ProjectFiles>(mFolder, Messages());
+HelpCompile::ProjectFacts HxsCompile::ReadProject() {
+  mCollection = ParseCollection(DecodeXml(Platform::Current().Files().ReadFile(Options().project)));
+  if (!mCollection.isCollection) throw Failure(FailureNumber::InvalidCall, "The file is no help collection");
+  auto name = mCollection.outputFile;
+  if (name.empty()) {
+    const auto own = Options().project.substr(Folder().size());
+    name = own.substr(0, own.rfind('.')) + ".HxS";
+  }
+  const auto locale = Locale::FromID(static_cast<std::int32_t>(mCollection.localeId));
+  return {name, mCollection.localeId, locale ? locale->CodePage() : CodePageUtf8};
+}
+
+// The sources themselves, what the lists name, and what contents and indexes lead to. Pages name more.
+void HxsCompile::CollectFiles() {
+  const auto own = Options().project.substr(Folder().size());
+  (void)AddFile(own, {Options().project, {}}, IfMissing::Error);
+  for (const auto& source : mCollection.otherSources)
+    (void)AddFile(source.path, {Options().project, source.place}, IfMissing::Error);
+  for (const auto& source : mCollection.fileLists)
+    ReadSource(source, [this](const std::string& path, const std::string& text) {
+      for (const auto& file : ParseFileList(text)) CollectListed(path, file);
+    });
+  for (const auto& source : mCollection.contents)
+    ReadSource(source, [this](const std::string& path, const std::string& text) {
+      const auto contents = ParseHelp2Contents(text);
+      Report().contentsEntries += contents.entries.size();
+      AddTargets(contents, Files().NativePath(path));
+    });
+  for (const auto& source : mCollection.indexes)
+    ReadSource(source, [this](const std::string& path, const std::string& text) {
+      std::string name;
+      const auto index = ParseHelp2Index(text, name);
+      Report().keywords += index.entries.size();
+      // The targets of these are names that only the viewer knows.
+      if (name != "NamedUrlIndex") AddTargets(index, Files().NativePath(path));
+    });
+}
+
+void HxsCompile::ReadSource(const SourceMention& source,
+                            const std::function<void(const std::string& path, const std::string& text)>& take) {
+  const FileMention mention{Options().project, source.place};
+  const auto path = AddFile(source.path, mention, IfMissing::Error);
+  if (!path) return;
+  std::string text;
   try {
-    mCollection = ParseCollection(DecodeXml(Platform::Current().Files().ReadFile(mOptions.project)));
-    if (!mCollection.isCollection) Messages().Error("HC1000", "The file is no help collection", mOptions.project);
+    text = DecodeXml(Platform::Current().Files().ReadFile(Files().NativePath(*path)));
   } catch (const Failure& failure) {
-    Messages().Error("HC1000", failure.Description(), mOptions.project);
+    Messages().Error("HC3005", "'" + *path + "' can't be read: " + failure.Description(), mention);
   }
-  if (Messages().Errors() > 0) {
-    mReport.outcome = CompileReport::Outcome::Unreadable;
-    return false;
-  }
-  mReport.output = mOptions.output;
-  if (mReport.output.empty()) {
-    auto name = mCollection.outputFile;
-    std::replace(name.begin(), name.end(), '\\', '/');
-    if (name.empty()) {
-      const auto own = mOptions.project.substr(mFolder.size());
-      name = own.substr(0, own.rfind('.')) + ".HxS";
-    }
-    mReport.output = name.starts_with('/') ? name : mFolder + name;
-  }
-  return true;
-}
-
-std::string HxsCompile::Add(const std::string& path, const FileMention& mention, IfMissing level) {
-  if (path.empty() || IsOutsideAddress(path)) return {};
-  const auto inner = InnerPath("", path);
-  if (!inner) {
-    Messages().Error("HC3001", "'" + path + "' lies outside the project's folder", mention.file, mention.line);
-    return {};
-  }
-  return mFiles->Add(*inner, mention, level).value_or("");
-}
-
-std::string HxsCompile::Text(const std::string& inner) {
-  return inner.empty() ? std::string() : DecodeXml(Platform::Current().Files().ReadFile(mFiles->NativePath(inner)));
-}
-
-// 2: the sources themselves, what the lists name, and what contents and indexes lead to.
-void HxsCompile::CollectSources() {
-  const auto own = mOptions.project.substr(mFolder.size());
-  (void)Add(own, {mOptions.project, 0}, IfMissing::Error);
-  const auto add = [&](const SourceMention& source) {
-    return Add(source.path, {mOptions.project, source.line}, IfMissing::Error);
-  };
-  for (const auto& source : mCollection.otherSources) (void)add(source);
-  for (const auto& source : mCollection.fileLists) {
-    const auto list = add(source);
-    for (const auto& file : ParseFileList(Text(list))) CollectListed(list, file);
-  }
-  for (const auto& source : mCollection.contents) {
-    const auto path = add(source);
-    const auto contents = ParseHelp2Contents(Text(path));
-    mReport.contentsEntries += contents.entries.size();
-    CollectTargets(path, contents);
-  }
-  for (const auto& source : mCollection.indexes) {
-    const auto path = add(source);
-    std::string name;
-    const auto index = ParseHelp2Index(Text(path), name);
-    mReport.keywords += index.entries.size();
-    // The targets of these are names that only the viewer knows.
-    if (name != "NamedUrlIndex") CollectTargets(path, index);
-  }
+  take(*path, text);
 }
 
 void HxsCompile::CollectListed(const std::string& list, const SourceMention& file) {
-  const FileMention mention{mFiles->NativePath(list), file.line};
+  const FileMention mention{Files().NativePath(list), file.place};
   if (file.path.find_first_of("*?") == std::string::npos) {
-    (void)Add(file.path, mention, IfMissing::Error);
+    (void)AddFile(file.path, mention, IfMissing::Error);
     return;
   }
   auto path = file.path;
@@ -141,61 +102,15 @@ void HxsCompile::CollectListed(const std::string& list, const SourceMention& fil
 void HxsCompile::CollectPattern(const std::string& folder, const std::string& pattern, const FileMention& mention) {
   std::size_t found = 0;
   try {
-    const auto native = mFiles->NativePath(folder);
+    const auto native = Files().NativePath(folder);
     for (const auto& entry : Platform::Current().Files().ListDirectory(native.empty() ? "." : native)) {
       if (entry.isDirectory || !FitsPattern(entry.name, pattern)) continue;
-      (void)Add(folder + entry.name, mention, IfMissing::Error);
+      (void)AddFile(folder + entry.name, mention, IfMissing::Error);
       ++found;
     }
   } catch (const Failure&) {  // there is no such folder, so nothing fits
   }
-  if (found == 0) Messages().Warning("HC3003", "No file fits '" + folder + pattern + "'", mention.file, mention.line);
-}
-
-void HxsCompile::CollectTargets(const std::string& source, const Sitemap& sitemap) {
-  for (const auto& entry : sitemap.entries)
-    for (const auto& target : entry.targets)
-      (void)Add(target.local, {mFiles->NativePath(source), entry.line}, IfMissing::Warning);
-}
-
-// 3: one file at a time is in memory.
-void HxsCompile::StoreFiles() {
-  mOutput = std::make_unique<HelpOutput>(mReport.output);
-  for (const auto& path : mFiles->All()) {
-    try {
-      mOutput->AddFile("/" + path, Platform::Current().Files().ReadFile(mFiles->NativePath(path)));
-    } catch (const Failure& failure) {
-      Messages().Error("HC3005", "The file can't be read: " + failure.Description(), mFiles->NativePath(path));
-      continue;
-    }
-    ++mReport.files;
-    mReport.pages += EndsWithIgnoringCase(path, ".htm") || EndsWithIgnoringCase(path, ".html");
-  }
-  mOutput->AddFolders(mFiles->All());
-  mOutput->Finish(StorageReader::Format::Help2, TimeStampOfEnvironment(), mCollection.localeId);
-  mReport.bytes = mOutput->Size();
-}
-
-// 4: the file is read back before it takes the place of the old one.
-void HxsCompile::CheckResult() {
-  if (Messages().Errors() > 0) return;
-  const auto start = std::chrono::steady_clock::now();
-  try {
-    const StorageReader reader(mOutput->Bytes());
-    mOutput->CheckFiles(reader, Messages());
-  } catch (const Failure& failure) {
-    Messages().Error("HC5002", "The new help file can't be read back: " + failure.Description());
-  }
-  mReport.checkSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-// 5: only a whole and right file gets the name.
-void HxsCompile::Publish() {
-  if (mOptions.strict && Messages().Warnings() > 0)
-    Messages().Error("HC4002", "There were warnings, and none are allowed; no help file was made");
-  if (Messages().Errors() > 0) return;
-  mOutput->Publish();
-  mReport.outcome = CompileReport::Outcome::Made;
+  if (found == 0) Messages().Warning("HC3003", "No file fits '" + folder + pattern + "'", mention);
 }
 
 }  // namespace

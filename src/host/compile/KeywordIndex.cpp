@@ -77,11 +77,25 @@ std::string JoinedPath(const KeywordEntry& entry) {
   return Shortened(text);
 }
 
+std::string StoredName(const KeywordEntry& entry) {
+  std::size_t above = 0;
+  for (std::size_t i = 0; i + 1 < entry.path.size(); ++i) above += entry.path[i].size() + 2;
+  const auto whole = JoinedPath(entry);
+  return above < whole.size() ? whole.substr(above) : std::string();
+}
+
 /// Where in the joined path the last keyword begins.
 std::size_t StartOfLast(const KeywordEntry& entry) {
   std::size_t start = 0;
   for (std::size_t i = 0; i + 1 < entry.path.size(); ++i) start += Utf16Length(entry.path[i]) + 2;
   return std::min(start, LongestKeyword);
+}
+
+/// How many targets fit a block behind the joined path.
+std::size_t StoredTopics(const KeywordEntry& entry, std::string_view whole) {
+  constexpr std::size_t numbers = 2 + 2 + 2 + 4 + 4 + 4 + 16;  // with the end of the path, and room behind the targets
+  const auto room = (BlockSize - ListingHeader - Utf16Length(whole) * 2 - numbers) / 4;
+  return std::min(entry.topics.size(), room);
 }
 
 /// What a keyword's record begins with in listing and index blocks alike.
@@ -98,8 +112,7 @@ std::string RecordOf(const KeywordEntry& entry, std::size_t& truncated) {
     PutUtf16(record, Shortened(entry.seeAlso));
     return record;
   }
-  const auto room = (BlockSize - ListingHeader - record.size() - 16) / 4;
-  const auto count = std::min(entry.topics.size(), room);
+  const auto count = StoredTopics(entry, whole);
   truncated += count < entry.topics.size();
   PutDword(record, count);
   for (std::size_t i = 0; i < count; ++i) PutDword(record, entry.topics[i]);
@@ -190,6 +203,11 @@ std::string TreeHeader(std::size_t lastListing, std::size_t root, std::size_t bl
 }
 
 }  // namespace
+
+StoredKeyword StoredPartOf(const KeywordEntry& entry) {
+  if (!entry.seeAlso.empty()) return {StoredName(entry), 0, Shortened(entry.seeAlso)};
+  return {StoredName(entry), StoredTopics(entry, JoinedPath(entry)), {}};
+}
 
 std::vector<KeywordEntry> SortKeywords(std::vector<KeywordEntry> entries, std::uint32_t localeId) {
   const PathOrder order(localeId);

@@ -29,6 +29,14 @@ inline constexpr std::size_t LongestKeyword = 200;
 /// become one with the targets of both. Keywords that have only sub-keywords are added where they are missing.
 [[nodiscard]] std::vector<KeywordEntry> SortKeywords(std::vector<KeywordEntry> entries, std::uint32_t localeId);
 
+/// What of an entry's own keyword, its topics and its reference is stored; less than there is where it doesn't fit.
+struct StoredKeyword {
+  std::string name;
+  std::size_t topics = 0;
+  std::string seeAlso;
+};
+[[nodiscard]] StoredKeyword StoredPartOf(const KeywordEntry& entry);
+
 /// Lays out sorted entries. A keyword with more targets than a block of the tree holds keeps the first ones;
 /// `truncated` counts such keywords. A path longer than `LongestKeyword` characters is cut.
 ///

@@ -5,6 +5,7 @@
 
 #include "host/compile/CodePageText.h"
 #include "host/compile/Names.h"
+#include "host/compile/StyleScan.h"
 #include "host/compile/TagScanner.h"
 #include "quillbook/base/CodePage.h"
 #include "quillbook/base/Text.h"
@@ -76,14 +77,15 @@ class Scan {
   }
 
  private:
-  enum class Inside { Body, Title, Code };
+  enum class Inside { Body, Title, Script, Style };
 
   void TakeTag(const HtmlToken& token) {
     const TagName name(token.name);
     mInside = Inside::Body;
     if (!token.isEnd) {
       if (name == std::string_view("title") && mFacts.titleOffset == 0) mInside = Inside::Title;
-      if (name == std::string_view("script") || name == std::string_view("style")) mInside = Inside::Code;
+      if (name == std::string_view("script")) mInside = Inside::Script;
+      if (name == std::string_view("style")) mInside = Inside::Style;
       TakeAddress(name, token);
     }
     TakeObject(name, token);
@@ -91,7 +93,8 @@ class Scan {
   }
 
   void TakeText(const HtmlToken& token) {
-    if (mInside == Inside::Code) return;
+    if (mInside == Inside::Script) return;
+    if (mInside == Inside::Style) return TakeStyle(token.text, token.offset);
     mFacts.runs.push_back(token.text);
     const bool plain = token.text.find('&') == std::string_view::npos;
     if (mInside == Inside::Title) {
@@ -105,10 +108,18 @@ class Scan {
   }
 
   void TakeAddress(std::string_view name, const HtmlToken& token) {
-    const auto attribute = AddressAttribute(name);
-    if (attribute.empty()) return;
-    const auto value = AttributeValue(token.attributes, attribute);
-    if (!value.empty()) mFacts.references.push_back({ResolveReferences(value), token.offset});
+    if (const auto attribute = AddressAttribute(name); !attribute.empty())
+      if (const auto value = AttributeValue(token.attributes, attribute); !value.empty())
+        mFacts.references.push_back({ResolveReferences(value), token.offset});
+    // Few tags have a style of their own, and fewer still one with a file.
+    if (token.attributes.find('(') == std::string_view::npos) return;
+    const auto style = ResolveReferences(AttributeValue(token.attributes, "style"));
+    for (auto& reference : ScanStyle(style)) mFacts.references.push_back({std::move(reference.address), token.offset});
+  }
+
+  void TakeStyle(std::string_view style, std::size_t offset) {
+    for (auto& reference : ScanStyle(style))
+      mFacts.references.push_back({std::move(reference.address), offset + reference.offset});
   }
 
   /// Keywords stand in objects without an appearance.
@@ -161,13 +172,12 @@ PageFacts ScanPage(std::string_view page) {
   return Scan(page).Run();
 }
 
-std::string DecodePage(std::string bytes, int codePage, int& used) {
-  used = CodePageUtf8;
+std::string DecodePage(std::string bytes, int codePage) {
   if (bytes.starts_with("\xEF\xBB\xBF")) return bytes.substr(3);
   if (bytes.starts_with("\xFF\xFE")) return FromUtf16Bytes(std::string_view(bytes).substr(2));
   if (bytes.starts_with("\xFE\xFF")) return FromUtf16Bytes(std::string_view(bytes).substr(2), true);
   const auto stated = CodePageFromCharset(StatedCharset(bytes));
-  used = stated != 0 ? stated : codePage;
+  const auto used = stated != 0 ? stated : codePage;
   if (used == CodePageUtf8 || IsAscii(bytes) || !IsKnownCodePage(used)) return bytes;
   return DecodeCodePage(bytes, used);
 }

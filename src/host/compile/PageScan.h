@@ -10,7 +10,7 @@ namespace quillbook::compile {
 /// An address in a page.
 struct PageReference {
   std::string address;     ///< as it stands, references to characters resolved
-  std::size_t offset = 0;  ///< of its tag
+  std::size_t offset = 0;  ///< of its tag, or of itself in a style sheet
 };
 
 struct PageFacts {
@@ -26,8 +26,7 @@ struct PageFacts {
 /// Goes through a page, which is UTF-8 and outlives the result.
 [[nodiscard]] PageFacts ScanPage(std::string_view page);
 
-/// Text of a page by its byte order mark, else its own statement of a charset, else `codePage`. `used` tells which
-/// code page that was.
-[[nodiscard]] std::string DecodePage(std::string bytes, int codePage, int& used);
+/// Text of a page by its byte order mark, else its own statement of a charset, else `codePage`.
+[[nodiscard]] std::string DecodePage(std::string bytes, int codePage);
 
 }  // namespace quillbook::compile

@@ -72,30 +72,38 @@ std::optional<std::string> ProjectFiles::Add(const std::string& path, const File
   if (const auto stored = Find(path); stored && mPaths[*stored] == path) return path;
   if (const auto answer = mAnswers.find(path); answer != mAnswers.end())
     return answer->second ? std::optional(mPaths[*answer->second]) : std::nullopt;
-  const auto found = FindOnDisk(path);
+  const auto found = Look(path, mention, level);
   if (!found) {
-    mMessages.Add({level == IfMissing::Error ? MessageLevel::Error : MessageLevel::Warning, "HC3003",
-                   "There is no file '" + path + "'", mention.file, mention.line, 0});
     mAnswers.emplace(path, std::nullopt);
     return {};
   }
-  if (*found != path)
-    mMessages.Add({MessageLevel::Note, "HC3002", "'" + path + "' is '" + *found + "' on the disk", mention.file,
-                   mention.line, 0});
   auto known = Find(*found);
   if (!known) {
     CheckPath(*found, mention);
     known = static_cast<std::uint32_t>(mPaths.size());
     mByName.Add(HashOfName(*found), *known);
     mPaths.push_back(*found);
+    mMentions.push_back(mention);
   } else if (mPaths[*known] != *found) {
     mMessages.Warning("HC2005",
                       "'" + *found + "' differs from '" + mPaths[*known] +
                           "' by case only; a help file holds one of them, the latter",
-                      mention.file, mention.line);
+                      mention);
   }
   if (mPaths[*known] != path) mAnswers.emplace(path, known);
   return mPaths[*known];
+}
+
+std::optional<std::string> ProjectFiles::Look(const std::string& path, const FileMention& mention, IfMissing level) {
+  auto found = FindOnDisk(path);
+  if (!found) {
+    const auto text = "There is no file '" + path + "'";
+    level == IfMissing::Error ? mMessages.Error("HC3003", text, mention) : mMessages.Warning("HC3003", text, mention);
+  } else if (*found != path) {
+    mMessages.Add({MessageLevel::Note, "HC3002", "'" + path + "' is '" + *found + "' on the disk", mention.file,
+                   mention.place.line, mention.place.column});
+  }
+  return found;
 }
 
 std::optional<std::uint32_t> ProjectFiles::Find(std::string_view path) const {
@@ -105,7 +113,7 @@ std::optional<std::uint32_t> ProjectFiles::Find(std::string_view path) const {
 void ProjectFiles::CheckPath(const std::string& path, const FileMention& mention) {
   if (Utf16Length(path) > LongestPath)
     mMessages.Warning("HC2006", "'" + path + "' is longer than " + std::to_string(LongestPath) + " characters",
-                      mention.file, mention.line);
+                      mention);
 }
 
 std::optional<std::string> ProjectFiles::FindOnDisk(const std::string& path) {

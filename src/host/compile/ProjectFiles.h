@@ -12,12 +12,6 @@
 
 namespace quillbook::compile {
 
-/// Who asks for a file.
-struct FileMention {
-  std::string file;  ///< native path of the mentioning file
-  int line = 0;
-};
-
 /// Path inside the help file that `path` means when a file in `folder` names it; `folder` is empty or ends with "/".
 /// Both kinds of slashes count, "." and ".." are resolved, anchor and query fall away. None if it leads outside the
 /// project's folder.
@@ -40,9 +34,13 @@ class ProjectFiles {
   /// Enters the file that an inner path names. Its path as stored comes out, which may differ in case; none if there
   /// is no such file, which is said at the given level.
   std::optional<std::string> Add(const std::string& path, const FileMention& mention, IfMissing level);
+  /// The same without entering it, for a file that is only read.
+  std::optional<std::string> Look(const std::string& path, const FileMention& mention, IfMissing level);
 
   /// Grows while pages are read. Stored paths.
   [[nodiscard]] const std::vector<std::string>& All() const noexcept { return mPaths; }
+  /// Who asked for a file before all others, by its number in that list.
+  [[nodiscard]] const FileMention& FirstMention(std::size_t number) const { return mMentions[number]; }
   [[nodiscard]] std::string NativePath(std::string_view path) const { return mFolder + std::string(path); }
 
  private:
@@ -54,6 +52,7 @@ class ProjectFiles {
   std::string mFolder;
   MessageList& mMessages;
   std::vector<std::string> mPaths;
+  std::vector<FileMention> mMentions;
   NumberTable mByName;
   /// Number of the file by path as mentioned, where that is not the stored path; none if there is no such file.
   std::unordered_map<std::string, std::optional<std::uint32_t>> mAnswers;

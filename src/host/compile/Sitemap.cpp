@@ -1,5 +1,8 @@
 #include "host/compile/Sitemap.h"
 
+#include <utility>
+
+#include "host/compile/PlaceFinder.h"
 #include "host/compile/TagScanner.h"
 #include "quillbook/base/Text.h"
 #include "quillbook/base/Variant.h"
@@ -11,7 +14,7 @@ namespace {
 /// Builds the list of entries from the tags of the file.
 class SitemapBuilder {
  public:
-  explicit SitemapBuilder(std::string_view text) : mText(text) {}
+  explicit SitemapBuilder(std::string_view text) : mText(text), mPlaces(text) {}
 
   Sitemap Build() {
     TagScanner scanner(mText);
@@ -30,8 +33,9 @@ class SitemapBuilder {
     } else if (EqualsIgnoringCase(token.name, "object")) {
       token.isEnd ? EndObject() : BeginObject(token);
     } else if (EqualsIgnoringCase(token.name, "param") && mInside != Inside::Nothing) {
-      TakeParameter(ResolveReferences(AttributeValue(token.attributes, "name")),
-                    ResolveReferences(AttributeValue(token.attributes, "value")));
+      const auto value = AttributeValue(token.attributes, "value");
+      TakeParameter(ResolveReferences(AttributeValue(token.attributes, "name")), ResolveReferences(value),
+                    value.empty() ? mPlaces.At(token.offset) : mPlaces.Of(value));
     }
   }
 
@@ -45,7 +49,7 @@ class SitemapBuilder {
     mTitle.clear();
     auto& entry = mSitemap.entries.emplace_back();
     entry.level = mDepth > 0 ? mDepth - 1 : 0;
-    entry.line = LineOf(token.offset);
+    entry.place = mPlaces.At(token.offset);
   }
 
   void EndObject() {
@@ -55,17 +59,18 @@ class SitemapBuilder {
     mInside = Inside::Nothing;
   }
 
-  void TakeParameter(std::string name, std::string value) {
+  void TakeParameter(std::string name, std::string value, TextPlace place) {
     if (mInside == Inside::Properties) {
       mSitemap.properties.emplace_back(std::move(name), std::move(value));
       return;
     }
     auto& entry = mSitemap.entries.back();
     if (EqualsIgnoringCase(name, "Name") || EqualsIgnoringCase(name, "Keyword")) {
-      TakeName(entry, std::move(value));
+      TakeName(entry, std::move(value), place);
     } else if (EqualsIgnoringCase(name, "Local")) {
-      entry.targets.push_back({mTitle.empty() ? entry.name : mTitle, std::move(value)});
-      mTitle.clear();
+      const bool titled = !mTitle.empty();
+      entry.targets.push_back({titled ? std::exchange(mTitle, {}) : entry.name, std::move(value), place,
+                               titled ? mTitlePlace : entry.place});
     } else if (EqualsIgnoringCase(name, "URL")) {
       entry.url = std::move(value);
     } else if (EqualsIgnoringCase(name, "See Also")) {
@@ -80,17 +85,10 @@ class SitemapBuilder {
   }
 
   /// The first name is the entry's own; a later one is the title of the target that follows.
-  void TakeName(SitemapEntry& entry, std::string value) {
-    if (mNamed)
-      mTitle = std::move(value);
-    else
-      entry.name = std::move(value);
+  void TakeName(SitemapEntry& entry, std::string value, TextPlace place) {
+    (mNamed ? mTitle : entry.name) = std::move(value);
+    (mNamed ? mTitlePlace : entry.place) = place;
     mNamed = true;
-  }
-
-  int LineOf(std::size_t offset) {
-    for (; mCounted < offset; ++mCounted) mLine += mText[mCounted] == '\n';
-    return mLine;
   }
 
   std::string_view mText;
@@ -99,8 +97,8 @@ class SitemapBuilder {
   int mDepth = 0;
   bool mNamed = false;
   std::string mTitle;
-  std::size_t mCounted = 0;
-  int mLine = 1;
+  TextPlace mTitlePlace;
+  PlaceFinder mPlaces;
 };
 
 }  // namespace

@@ -5,18 +5,22 @@
 #include <string_view>
 #include <vector>
 
+#include "quillbook/host/CompileMessage.h"
+
 namespace quillbook::compile {
 
 /// A page that an index entry leads to.
 struct SitemapTarget {
   std::string title;
   std::string local;
+  TextPlace place = {};       ///< of the address
+  TextPlace titlePlace = {};  ///< of its own title, else of the entry's name
 };
 
 /// One entry. Entries stand in document order, each with its depth, so that a tree of any depth needs no recursion.
 struct SitemapEntry {
-  int level = 0;  ///< 0 for the outermost list
-  int line = 0;   ///< of its object in the file, from 1
+  int level = 0;         ///< 0 for the outermost list
+  TextPlace place = {};  ///< of its name in the file, or of its object while it has none
   std::string name;
   std::vector<SitemapTarget> targets;  ///< a contents entry has one at most
   std::string url;

@@ -8,6 +8,8 @@
 #include "host/compile/ChmTables.h"
 #include "host/compile/FileBytes.h"
 #include "quillbook/base/CodePage.h"
+#include "quillbook/platform/Platform.h"
+#include "support/FaultyFileStore.h"
 #include "support/TemporaryFolder.h"
 
 namespace quillbook::compile {
@@ -109,7 +111,7 @@ TEST_F(Compile, OldOutput_StaysUntilThereIsANewOne) {
 TEST_F(Compile, PathsOutsideTheProject_AreRefused) {
   mFolder.Write("a.htm", "<a href='sub/../../x.htm'>x</a>");
   WriteProject("", "[FILES]\na.htm\n..\\secret.txt\n");
-  EXPECT_EQ(Codes(Run()), "HC3001:9:0 HC3001:1:0 ");
+  EXPECT_EQ(Codes(Run()), "HC3001:9:0 HC3001:1:1 ");
 }
 
 TEST_F(Compile, WrongCase_IsFound_WithANote) {
@@ -130,10 +132,10 @@ TEST_F(Compile, NamesThatDifferByCaseOnly_AreAWarning) {
 
 TEST_F(Compile, LinksThatLeadNowhere_AreWarnings_AndErrorsIfStrict) {
   mFolder.Write("a.htm", "<p>\n<a href='gone.htm'>x</a> <a href='http://example.com/x'>y</a> <a href='#z'>z</a>");
-  EXPECT_EQ(Codes(Run()), "HC3003:2:0 ");
+  EXPECT_EQ(Codes(Run()), "HC3003:2:1 ");
   const auto strict = Run(true);
   EXPECT_EQ(strict.outcome, CompileReport::Outcome::Failed);
-  EXPECT_EQ(Codes(strict), "HC3003:2:0 HC4002:0:0 ");
+  EXPECT_EQ(Codes(strict), "HC3003:2:1 HC4002:0:0 ");
 }
 
 TEST_F(Compile, CharactersThatTheCodePageLacks_AreNamedWithTheirPlace) {
@@ -143,21 +145,112 @@ TEST_F(Compile, CharactersThatTheCodePageLacks_AreNamedWithTheirPlace) {
   mFolder.Write("t.hhc", "\xEF\xBB\xBF<UL>\n" + Item("\xC3\xA9", "a.htm") + "</UL>");
   mFolder.Write("t.hhk", "<UL>\n\n" + Item("&#233;", "a.htm") + "</UL>");
   const auto report = Run();
-  EXPECT_EQ(Codes(report), "HC2002:2:0 HC2003:3:0 HC2004:2:5 HC2001:2:8 ");
+  EXPECT_EQ(Codes(report), "HC2002:2:59 HC2003:3:59 HC2004:2:5 HC2001:2:8 ");
   EXPECT_NE(report.messages.All()[2].text.find("(U+00E9) and 1 more"), std::string::npos)
       << report.messages.All()[2].text;
 }
 
+TEST_F(Compile, TitlesThatTheCodePageLacks_AreNamedWithThePlaceOfTheCharacter) {
+  mFolder.Write("p.hhp",
+                "\xEF\xBB\xBF[OPTIONS]\nLanguage=0x419\nTitle=r\xC3\xA9sum\xC3\xA9\nIndex file=t.hhk\n"
+                "[WINDOWS]\nw=\"\xC3\xA9\",,,,,,,,,,,,,,,,,,,\n[FILES]\na.htm\nsub/b.htm\n");
+  mFolder.Write("a.htm", "\xEF\xBB\xBF<head>\n<title>ok r\xC3\xA9sum\xC3\xA9</title>");
+  mFolder.Write("sub/b.htm", "<title>&eacute;</title>");
+  mFolder.Write("t.hhk",
+                "\xEF\xBB\xBF<UL><LI><OBJECT type=\"text/sitemap\">\n<param name=Name value=\"k\">\n"
+                "<param name=Name value=\"t\xC3\xA9\">\n<param name=Local value=\"a.htm\"></OBJECT></UL>");
+  EXPECT_EQ(Codes(Run()), "HC2009:3:0 HC2009:6:0 HC2003:3:25 HC2001:2:12 HC2001:1:8 ");
+}
+
+TEST_F(Compile, LanguageThatNobodyKnows_IsAWarning) {
+  for (const char* language : {"0x9999", "English", "0", ""}) {
+    WriteProject("Language=" + std::string(language));
+    EXPECT_EQ(Codes(Run()), "HC1013:6:0 ") << language;
+  }
+}
+
 TEST_F(Compile, LanguageWithoutCodePage_IsAWarning) {
   WriteProject("Language=0x439");
-  EXPECT_EQ(Codes(Run()).substr(0, 10), "HC2008:0:0");
+  EXPECT_EQ(Codes(Run()).substr(0, 10), "HC2008:6:0");
 }
 
 TEST_F(Compile, LongKeyword_IsCutWithAWarning) {
   mFolder.Write("t.hhk", "<UL>" + Item(std::string(300, 'k'), "a.htm") + "</UL>");
   const auto report = Run();
-  EXPECT_EQ(Codes(report), "HC2007:1:0 ");
+  EXPECT_EQ(Codes(report), "HC2007:1:63 ");
   EXPECT_EQ(report.outcome, CompileReport::Outcome::Made);
+}
+
+TEST_F(Compile, LongPath_IsAWarning) {
+  const auto path = std::string(200, 'd') + "/" + std::string(60, 'f') + ".htm";
+  mFolder.Write(path, "text");
+  WriteProject("", "[FILES]\n" + path + "\n");
+  EXPECT_EQ(Codes(Run()).substr(0, 11), "HC2006:8:0 ");
+}
+
+TEST_F(Compile, PagesOfContentsAndIndexThatAreMissing_AreNamedWithLineAndColumn) {
+  mFolder.Write("t.hhc", "<UL>\n" + Item("Start", "gone.htm") + "</UL>");
+  mFolder.Write("t.hhk", "<UL>\n\n" + Item("Start", "../out.htm") + "</UL>");
+  EXPECT_EQ(Codes(Run()), "HC3001:3:93 HC3003:2:93 ");
+}
+
+TEST_F(Compile, PageThatVanishesAfterItWasFound_IsAnErrorWhereItIsNamed) {
+  mFolder.Write("out.chm", "old");
+  const auto store = std::make_shared<support::FaultyFileStore>();
+  const PlatformOverride<FileStore> files(store);
+  for (const auto& [gone, place] : {std::pair{"sub/b.htm", "HC3005:9:0 "}, {"sub/c.htm", "HC3005:1:53 "}}) {
+    store->vanished = mFolder / gone;
+    const auto report = Run();
+    EXPECT_EQ(report.outcome, CompileReport::Outcome::Failed);
+    EXPECT_EQ(Codes(report), place);
+    EXPECT_NE(report.messages.All()[0].text.find(gone), std::string::npos) << report.messages.All()[0].text;
+    EXPECT_EQ(Output(), "old");
+  }
+}
+
+TEST_F(Compile, StopWords_AreNotFound_WhateverTheirCase) {
+  mFolder.Write("s.stp", "Alpha\r\n\r\nPAGE\r\n");
+  WriteProject("Full-text search=Yes\nFull text search stop list file=s.stp");
+  const auto report = Run();
+  EXPECT_EQ(Codes(report), "");
+  const auto index = Inner("/$FIftiMain");
+  EXPECT_EQ(index.find("lpha"), std::string::npos);
+  EXPECT_EQ(index.find("age"), std::string::npos);
+  EXPECT_NE(index.find("delta"), std::string::npos);
+  EXPECT_EQ(Inner("/s.stp"), "(none)") << "a viewer has no use for it";
+}
+
+TEST_F(Compile, StopList_IsReadInTheProjectsCodePage) {
+  mFolder.Write("s.stp", "\xC8\xEB\xC8\n");  // of the language 0x419: a word of three letters
+  mFolder.Write("a.htm", "\xE8\xEB\xE8 \xEB\xE8\xEB");
+  WriteProject("Language=0x419\nFull-text search=Yes\nFull text search stop list file=s.stp");
+  EXPECT_EQ(Codes(Run()), "");
+  const auto index = Inner("/$FIftiMain");
+  EXPECT_EQ(index.find("\xE8\xEB\xE8"), std::string::npos);
+  EXPECT_NE(index.find("\xEB\xE8\xEB"), std::string::npos);
+}
+
+TEST_F(Compile, StopListThatIsMissing_IsAnErrorIfThereIsASearch) {
+  WriteProject("Full-text search=Yes\nFull text search stop list file=none.stp");
+  EXPECT_EQ(Codes(Run()), "HC3003:7:0 ");
+  WriteProject("Full-text search=No\nFull text search stop list file=none.stp");
+  EXPECT_EQ(Codes(Run()), "");
+}
+
+TEST_F(Compile, FilesThatOnlyStyleSheetsName_AreStored) {
+  mFolder.Write("a.htm",
+                "<link rel=stylesheet href=css/one.css><style>\np { background: url( 'inline.gif' ) }</style>"
+                "<p style=\"background:URL(&quot;attribute.gif&quot;)\">");
+  mFolder.Write("css/one.css", "@import 'two.css' screen;\nb { background: url(../pic2.gif) }");
+  mFolder.Write("css/two.css", "/* url(comment.gif) */\ni { background: url(\"deep.gif\"), url(gone.gif) }");
+  for (const char* name : {"pic2.gif", "inline.gif", "attribute.gif", "css/deep.gif", "css/comment.gif"})
+    mFolder.Write(name, "GIF");
+  const auto report = Run();
+  EXPECT_EQ(Codes(report), "HC3003:2:38 ");
+  EXPECT_EQ(report.messages.All()[0].file, mFolder / "css/two.css");
+  for (const char* name : {"/css/two.css", "/css/deep.gif", "/pic2.gif", "/inline.gif", "/attribute.gif"})
+    EXPECT_NE(Inner(name), "(none)") << name;
+  EXPECT_EQ(Inner("/css/comment.gif"), "(none)");
 }
 
 TEST_F(Compile, TextOfEveryCodePage_IsStoredInIt) {

@@ -107,6 +107,46 @@ TEST_F(CompiledHelpFile, Hxs_TellsWhatWentIn) {
   EXPECT_FALSE(mFolder.Has("x/html/c.txt"));
 }
 
+TEST_F(CompiledHelpFile, Hxs_HoldsWhatItsPagesAndStyleSheetsName) {
+  mFolder.Write("c.HxC", "<HelpCollection><TOCDef File=\"c.HxT\"/></HelpCollection>");
+  mFolder.Write("c.HxT", "<HelpTOC><HelpTOCNode Title=\"A\" Url=\"html\\a.htm\"/></HelpTOC>");
+  mFolder.Write("html/a.htm", "<link href=../look.css rel=stylesheet>\n <a href=b.htm>b</a> <img src=gone.gif>");
+  mFolder.Write("html/b.htm", "page b <a href='http://example.com/'>far</a>");
+  mFolder.Write("look.css", "p { background: url(pic.gif) }");
+  mFolder.Write("pic.gif", "GIF");
+  const auto report = CompileHelp({mFolder / "c.HxC", {}, false});
+  ASSERT_EQ(report.outcome, CompileReport::Outcome::Made);
+  EXPECT_EQ(report.files, 6u);
+  EXPECT_EQ(report.pages, 2u);
+  ASSERT_EQ(report.messages.Warnings(), 1u);
+  EXPECT_EQ(report.messages.All()[0].ToLine(),
+            (mFolder / "html/a.htm") + ":2:22: warning HC3003: There is no file 'html/gone.gif'");
+  EXPECT_EQ(CompiledHelp(mFolder / "c.HxS").Extract(mFolder / "x"), 6u);
+  EXPECT_EQ(mFolder.Read("x/pic.gif"), "GIF");
+}
+
+TEST_F(CompiledHelpFile, MessagesOnHxsSources_TellLineAndColumn) {
+  mFolder.Write("c.HxC",
+                "<HelpCollection>\n<CompilerOptions>\n<IncludeFile File=\"c.HxF\"/></CompilerOptions>\n"
+                "<TOCDef File=\"c.HxT\"/><KeywordIndexDef File=\"k.HxK\"/>\n <AttributeDef File=\"gone.HxA\"/>"
+                "</HelpCollection>");
+  mFolder.Write("c.HxF", "<HelpFileList>\n<File Url=\"none.gif\"/><File Url=\"x\\*.gif\"/></HelpFileList>");
+  mFolder.Write("c.HxT",
+                "<HelpTOC>\n\n<HelpTOCNode\n Url=\"none.htm\" Title=\"\xC3\xA9\"/><HelpTOCNode Title=\"B\" "
+                "Url=\"../b.htm\"/></HelpTOC>");
+  mFolder.Write("k.HxK", "<HelpIndex Name=\"K\">\n<Keyword Term=\"one\"><Jump Url=\"no.htm\"/></Keyword></HelpIndex>");
+  const auto report = CompileHelp({mFolder / "c.HxC", {}, false});
+  std::string lines;
+  for (const auto& message : report.messages.All()) lines += message.ToLine().substr(mFolder.Path().size() + 1) + "\n";
+  EXPECT_EQ(lines,
+            "c.HxC:5:22: error HC3003: There is no file 'gone.HxA'\n"
+            "c.HxF:2:12: error HC3003: There is no file 'none.gif'\n"
+            "c.HxF:2:34: warning HC3003: No file fits 'x/*.gif'\n"
+            "c.HxT:4:7: warning HC3003: There is no file 'none.htm'\n"
+            "c.HxT:4:56: error HC3001: '../b.htm' lies outside the project's folder\n"
+            "k.HxK:2:32: warning HC3003: There is no file 'no.htm'\n");
+}
+
 TEST_F(CompiledHelpFile, HxsWithMissingFile_IsNotMade) {
   mFolder.Write("c.HxC", "<HelpCollection><TOCDef File=\"gone.HxT\"/></HelpCollection>");
   const auto report = CompileHelp({mFolder / "c.HxC", {}, false});

@@ -150,6 +150,17 @@ TEST(FullTextIndex, HowMuchStaysInMemory_MakesNoDifference) {
   EXPECT_TRUE(IndexOfManyPages(1U << 16) == inMemory) << "a few runs and a rest in memory";
 }
 
+TEST(FullTextIndex, WordThatIsPassedOver_KeepsItsPlace) {
+  FullTextIndex index(testing::TempDir());
+  index.BeginPage(0);
+  index.AddWord("out", false);
+  index.PassWord();
+  index.AddWord("africa", false);
+  index.EndPage();
+  const Index expected{{{"out", false}, {{0, {0}}}}, {{"africa", false}, {{0, {2}}}}};
+  EXPECT_TRUE(IndexReader(Written(index)).ReadAll() == expected);
+}
+
 TEST(FullTextIndex, WithoutWords_IsOneEmptyLeaf) {
   FullTextIndex index(testing::TempDir());
   EXPECT_TRUE(index.IsEmpty());

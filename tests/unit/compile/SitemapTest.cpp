@@ -19,7 +19,7 @@ TEST(Sitemap, ContentsTree_KeepsOrderAndDepth) {
   EXPECT_EQ(map.entries[0].name, "Book & more");
   EXPECT_EQ(map.entries[0].imageNumber, 1);
   EXPECT_EQ(map.entries[0].level, 0);
-  EXPECT_EQ(map.entries[0].line, 4);
+  EXPECT_EQ(map.entries[0].place.line, 4);
   EXPECT_EQ(map.entries[1].level, 1);
   EXPECT_EQ(map.entries[1].targets.at(0).local, "a.htm#x");
   EXPECT_EQ(map.entries[2].level, 0);
