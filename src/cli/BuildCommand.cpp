@@ -227,15 +227,9 @@ std::string Builder::JsonReport() const {
       .Member("cancelled", mOutcome.cancelled)
       .Member("compileResult", mOutcome.compileResult)
       .Member("helpFile", mOutcome.helpFile)
-      .Member("seconds", mOutcome.seconds)
-      .BeginArray("messages");
-  for (const auto& message : mJournal.Messages())
-    json.BeginObject()
-        .Member("level", message.level)
-        .Member("code", message.code)
-        .Member("message", message.text)
-        .EndObject();
-  return std::move(json.EndArray()).Text();
+      .Member("seconds", mOutcome.seconds);
+  WriteMessages(json, mJournal.Messages());
+  return std::move(json).Text();
 }
 
 }  // namespace

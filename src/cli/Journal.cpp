@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "cli/Json.h"
 #include "quillbook/base/Failure.h"
 #include "quillbook/frame/FailureReporter.h"
 #include "quillbook/platform/ConsoleMessageBox.h"
@@ -64,6 +65,17 @@ void Journal::Warning(std::string_view code, std::string_view what) {
   mMessages.push_back({"warning", std::string(code), OneLine(what)});
 }
 
+void WriteMessages(JsonWriter& json, const std::vector<Message>& messages) {
+  json.BeginArray("messages");
+  for (const auto& message : messages)
+    json.BeginObject()
+        .Member("level", message.level)
+        .Member("code", message.code)
+        .Member("message", message.text)
+        .EndObject();
+  json.EndArray();
+}
+
 Answers::Answers(Journal& journal, std::string subject, bool yes)
     : mJournal(journal), mSubject(subject.empty() ? std::move(subject) : subject + ": "), mYes(yes) {}
 
@@ -74,7 +86,7 @@ int Answers::Show(std::string_view Prompt, int Buttons, std::string_view Title) 
   }
   if ((Buttons & kButtonsMask) != OkOnly) return AnswerQuestion(Prompt, Buttons, Title);
   // A question that was answered by no has been told already; what follows from it is no news.
-  if (!mRefused) mJournal.Error("build.notice", mSubject + std::string(Prompt));
+  if (!mRefused) mJournal.Error(mCommand + ".notice", mSubject + std::string(Prompt));
   return Ok;
 }
 
@@ -96,7 +108,7 @@ int Answers::AnswerQuestion(std::string_view Prompt, int Buttons, std::string_vi
     return ConsoleMessageBox().Show(OneLine(Prompt), Buttons, Title);
   }
   mRefused = true;
-  mJournal.Error("build.question", fmt::format("{}there is nobody to answer: {}", mSubject, Prompt),
+  mJournal.Error(mCommand + ".question", fmt::format("{}there is nobody to answer: {}", mSubject, Prompt),
                  "run it in a terminal, or with --yes");
   return SafeAnswer(Buttons);
 }

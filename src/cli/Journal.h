@@ -11,6 +11,8 @@
 
 namespace quillbook::cli {
 
+class JsonWriter;
+
 struct Message {
   std::string level;  ///< "error" or "warning"
   std::string code;   ///< stable, for programs
@@ -37,6 +39,9 @@ class Journal {
   std::size_t mErrors = 0;
 };
 
+/// The member "messages" of a report.
+void WriteMessages(JsonWriter& json, const std::vector<Message>& messages);
+
 /// Takes the library's message boxes: reports of failures and notices become errors of the journal, questions are
 /// answered by "--yes", by the person at the terminal, or so that nothing is changed.
 class Answers final : public MessageBox {
@@ -47,6 +52,8 @@ class Answers final : public MessageBox {
 
   /// Failures in reading single records are warnings: the rest of the project is there.
   void TakeFailuresAsWarnings(bool value) noexcept { mFailuresAreWarnings = value; }
+  /// The command whose codes messages get: "build.question", "build.notice".
+  void SpeakFor(std::string_view command) { mCommand = command; }
   /// From now on the output folder is created without asking.
   void AllowCreatingOutputFolder() noexcept { mCreateOutputFolder = true; }
 
@@ -58,6 +65,7 @@ class Answers final : public MessageBox {
 
   Journal& mJournal;
   std::string mSubject;
+  std::string mCommand = "build";
   bool mYes;
   bool mFailuresAreWarnings = false;
   bool mCreateOutputFolder = false;

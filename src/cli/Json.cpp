@@ -49,6 +49,15 @@ JsonWriter& JsonWriter::Member(std::string_view name, double value) {
   return Raw(name, fmt::format("{:.3f}", value));
 }
 
+JsonWriter& JsonWriter::Member(std::string_view name, const std::vector<std::string>& values) {
+  BeginArray(name);
+  for (const auto& value : values) {
+    Separate();
+    AppendText(value);
+  }
+  return EndArray();
+}
+
 JsonWriter& JsonWriter::BeginArray(std::string_view name) {
   return Raw(name, "[");
 }

@@ -30,10 +30,15 @@ class JsonWriter {
   /// With three decimals.
   JsonWriter& Member(std::string_view name, double value);
 
+  /// An array of texts.
+  JsonWriter& Member(std::string_view name, const std::vector<std::string>& values);
+
   JsonWriter& BeginArray(std::string_view name);
   JsonWriter& EndArray();
   /// An object in an array.
   JsonWriter& BeginObject();
+  /// An object as a member.
+  JsonWriter& BeginObject(std::string_view name) { return Raw(name, "{"); }
   JsonWriter& EndObject();
 
   /// The whole object with a line break behind it.

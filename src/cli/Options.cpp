@@ -5,13 +5,13 @@
 #include <vector>
 
 #include "cli/ExitCode.h"
-#include "cli/Terminal.h"
+#include "cli/OptionHelp.h"
+#include "cli/edit/EditArguments.h"
+#include "cli/edit/Kinds.h"
 #include "quillbook/frame/LibraryVersion.h"
 
 namespace quillbook::cli {
 namespace {
-
-constexpr int kOptionColumn = 24;
 
 constexpr const char* kExitCodes =
     "Exit codes:\n"
@@ -25,6 +25,13 @@ constexpr const char* kCompileExitCodes =
     "  0  done\n"
     "  2  wrong usage, or a project that can't be read; nothing was written\n"
     "  3  no help file was made; an old one is as it was";
+
+constexpr const char* kFmtExitCodes =
+    "Exit codes:\n"
+    "  0  done, or nothing to do\n"
+    "  1  --check was given, and the file would change\n"
+    "  2  wrong usage, or a project that can't be read; nothing was written\n"
+    "  3  the project wasn't saved, and is as it was";
 
 void AddProject(CLI::App& command, std::string& project) {
   command.add_option("PROJECT", project, "The project file, *.qbp")->required()->type_name("");
@@ -66,23 +73,26 @@ CLI::App* AddInfo(CLI::App& app, InfoOptions& options) {
   return command;
 }
 
-void SetUpHelp(CLI::App& app) {
-  const auto formatter = app.get_formatter();
-  formatter->column_width(kOptionColumn);
-  formatter->label("OPTIONS", "options");
-  formatter->label("SUBCOMMAND", "COMMAND");
-  formatter->label("SUBCOMMANDS", "COMMAND");
-  formatter->label("Positionals", "Arguments");
-  formatter->label("REQUIRED", "");
-  app.set_help_flag("-h,--help", "Print this help and exit");
-  app.set_version_flag("--version", "quillbook " + std::string(LibraryVersion()), "Print the version and exit");
-  app.footer("quillbook COMMAND --help tells the options of a command.");
-  app.allow_extras();  // told by us, in the user's order
+/// The editing commands, for the list of commands; they read their arguments themselves.
+void ListKinds(CLI::App& app) {
+  for (const auto* kind : AllKinds())
+    app.add_subcommand(std::string(kind->Info().name), std::string(kind->Info().summary))->group("Editing");
 }
 
-int WrongUsage(const std::string& what, const std::string& command = {}) {
-  Terminal::PrintError(what, "see quillbook " + (command.empty() ? "" : command + " ") + "--help");
-  return BadInput;
+CLI::App* AddFmt(CLI::App& app, FmtOptions& options) {
+  auto* command = AddCommand(app, "fmt", "Bring a project file into the form in which it is saved")->group("Editing");
+  AddProject(*command, options.project);
+  command->add_flag("--check", options.check, "Only tell, by exit code 1, whether it would change");
+  AddSaveOptions(*command, options);
+  AddReportOptions(*command, options.quiet, options.json);
+  command->footer(kFmtExitCodes);
+  return command;
+}
+
+void SetUpHelp(CLI::App& app) {
+  SetUpHelpPage(app);
+  app.set_version_flag("--version", "quillbook " + std::string(LibraryVersion()), "Print the version and exit");
+  app.footer("quillbook COMMAND --help tells the options of a command.");
 }
 
 CLI::App* AddCompile(CLI::App& app, CompileCommandOptions& options) {
@@ -114,11 +124,15 @@ CLI::App* AddExtract(CLI::App& app, ExtractOptions& options) {
 }  // namespace
 
 Request ParseArguments(int argc, const char* const* argv) {
+  if (const auto* kind = argc > 1 ? FindKind(argv[1]) : nullptr)
+    return std::visit([](auto&& parsed) -> Request { return std::forward<decltype(parsed)>(parsed); },
+                      ParseEditArguments(*kind, argc - 1, argv + 1));
   BuildOptions build;
   InfoOptions info;
   CompileCommandOptions compile;
   InspectOptions inspect;
   ExtractOptions extract;
+  FmtOptions fmt;
   CLI::App app{"Quillbook turns a help project into help that people read.", "quillbook"};
   SetUpHelp(app);
   const auto* buildCommand = AddBuild(app, build);
@@ -126,6 +140,8 @@ Request ParseArguments(int argc, const char* const* argv) {
   const auto* compileCommand = AddCompile(app, compile);
   const auto* inspectCommand = AddInspect(app, inspect);
   const auto* extractCommand = AddExtract(app, extract);
+  ListKinds(app);
+  const auto* fmtCommand = AddFmt(app, fmt);
 
   const CLI::App* command = nullptr;
   try {
@@ -135,16 +151,18 @@ Request ParseArguments(int argc, const char* const* argv) {
     return app.exit(help);
   } catch (const CLI::ParseError& error) {
     const auto chosen = app.get_subcommands();
-    return WrongUsage(error.what(), chosen.empty() ? "" : chosen.front()->get_name());
+    return WrongUsage(error.what(), "quillbook" + (chosen.empty() ? "" : " " + chosen.front()->get_name()));
   }
-  if (const auto left = app.remaining(); !left.empty()) return WrongUsage("there is no command '" + left.front() + "'");
-  if (!command) return WrongUsage("name a command");
+  if (const auto left = app.remaining(); !left.empty())
+    return WrongUsage("there is no command '" + left.front() + "'", "quillbook");
+  if (!command) return WrongUsage("name a command", "quillbook");
   if (const auto left = command->remaining(); !left.empty())
-    return WrongUsage(command->get_name() + " takes no '" + left.front() + "'", command->get_name());
+    return WrongUsage(command->get_name() + " takes no '" + left.front() + "'", "quillbook " + command->get_name());
   if (command == buildCommand) return build;
   if (command == compileCommand) return compile;
   if (command == inspectCommand) return inspect;
   if (command == extractCommand) return extract;
+  if (command == fmtCommand) return fmt;
   return info;
 }
 

@@ -4,6 +4,8 @@
 #include <string>
 #include <variant>
 
+#include "cli/edit/EditOptions.h"
+
 namespace quillbook::cli {
 
 struct BuildOptions {
@@ -45,7 +47,8 @@ struct ExtractOptions {
 };
 
 /// A command to run, or the exit code where the arguments were all there was to it.
-using Request = std::variant<BuildOptions, InfoOptions, CompileCommandOptions, InspectOptions, ExtractOptions, int>;
+using Request = std::variant<BuildOptions, InfoOptions, CompileCommandOptions, InspectOptions, ExtractOptions,
+                             FmtOptions, EditOptions, int>;
 
 /// Reads the arguments. Prints help and version on standard output, what is wrong on standard error.
 [[nodiscard]] Request ParseArguments(int argc, const char* const* argv);

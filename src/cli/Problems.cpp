@@ -2,9 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <iterator>
 #include <unordered_map>
 #include <utility>
 
+#include "cli/Losses.h"
 #include "cli/ProjectFile.h"
 #include "cli/RecordLines.h"
 #include "quillbook/base/Text.h"
@@ -25,11 +27,11 @@ namespace {
 
 class Finder {
  public:
-  Finder(const Ref<QBProject>& project, std::string_view text) : mProject(*project), mLines(text) {}
+  Finder(const Ref<QBProject>& project, std::string_view text) : mProject(*project), mText(text), mLines(text) {}
 
   std::vector<Problem> Run() {
     CheckSettings();
-    CheckRepeatedKeys();
+    CheckLosses();
     CheckOtherFiles();
     CheckTopics();
     CheckNodes();
@@ -49,9 +51,9 @@ class Finder {
       Add("project.separate-files", "The project keeps parts in files of their own; they were not read");
   }
 
-  void CheckRepeatedKeys() {
-    for (const auto& [element, key, line] : mLines.RepeatedKeys())
-      Add("key.repeated", fmt::format("The key {} of element '{}' is there already", key, element), line);
+  void CheckLosses() {
+    auto losses = FindLosses(mText);
+    mProblems.insert(mProblems.end(), std::make_move_iterator(losses.begin()), std::make_move_iterator(losses.end()));
   }
 
   void CheckOtherFiles() {
@@ -92,6 +94,7 @@ class Finder {
   }
 
   QBProject& mProject;
+  std::string_view mText;
   RecordLines mLines;
   std::vector<Problem> mProblems;
 };

@@ -3,8 +3,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 namespace quillbook::cli {
 namespace {
@@ -75,7 +77,11 @@ void Terminal::ClearProgress() {
 }
 
 bool PrintOutput(std::string_view text) {
-  return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+  if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0) return true;
+  // Whoever closed the pipe doesn't want to read more.
+  if (errno != EPIPE)
+    Terminal::PrintError(std::string("standard output: ") + std::strerror(errno), "the report is not complete");
+  return false;
 }
 
 std::string OneLine(std::string_view message) {

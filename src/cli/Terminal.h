@@ -33,7 +33,8 @@ class Terminal {
   std::chrono::steady_clock::time_point mLastProgress;
 };
 
-/// Writes to standard output. False if that failed, as on a full disk or a closed pipe.
+/// Writes to standard output. False if that failed, as on a full disk, which is told, or on a
+/// closed pipe, which is not.
 [[nodiscard]] bool PrintOutput(std::string_view text);
 
 /// A message for people in one line, with paths as this system writes them.

@@ -8,10 +8,12 @@
 #include "cli/BuildCommand.h"
 #include "cli/CompileCommand.h"
 #include "cli/ExitCode.h"
+#include "cli/FmtCommand.h"
 #include "cli/InfoCommand.h"
 #include "cli/InspectCommand.h"
 #include "cli/Options.h"
 #include "cli/Terminal.h"
+#include "cli/edit/EditCommand.h"
 
 namespace {
 
@@ -23,6 +25,8 @@ struct Run {
   }
   int operator()(const quillbook::cli::InspectOptions& options) const { return quillbook::cli::RunInspect(options); }
   int operator()(const quillbook::cli::ExtractOptions& options) const { return quillbook::cli::RunExtract(options); }
+  int operator()(const quillbook::cli::FmtOptions& options) const { return quillbook::cli::RunFmt(options); }
+  int operator()(const quillbook::cli::EditOptions& options) const { return quillbook::cli::RunEdit(options); }
   int operator()(int exitCode) const { return exitCode; }
 };
 

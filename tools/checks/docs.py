@@ -66,6 +66,11 @@ class CommandLine:
         command = rest[0] if rest and re.fullmatch(r"[a-z]+", rest[0]) else ""
         if command not in self.options:
             self.options[command] = self.options_of([command])
+        if len(rest) > 1 and re.fullmatch(r"[a-z]+", rest[1]):  # an action of the command, if it has actions
+            action = f"{command} {rest[1]}"
+            if action not in self.options:
+                self.options[action] = self.options_of(rest[:2])
+            command = action if self.options[action] else command
         known = self.options[command]
         if known is None:
             findings.add(path, f"shows '{line.strip()}', but there is no command '{command}'")
