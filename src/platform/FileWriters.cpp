@@ -18,6 +18,18 @@ void FlushToDisk(const Descriptor& file, const std::string& path) {
   if (::fsync(file.Number()) != 0 && errno != EINVAL && errno != EROFS) RaiseSystemFailure(errno, path);
 }
 
+/// Makes sure that a file has room to grow to a size. Failure 61 if it can't; the file then stays as it was.
+void ReserveRoom(const Descriptor& file, off_t size, const std::string& path) {
+  struct stat status {};
+  if (::fstat(file.Number(), &status) != 0) RaiseSystemFailure(errno, path);
+  if (size <= status.st_size) return;
+  const int error = ::posix_fallocate(file.Number(), status.st_size, size - status.st_size);
+  const bool noRoom = error == ENOSPC || error == EDQUOT || error == EFBIG;
+  if (!noRoom) return;  // not every file can be asked
+  if (::ftruncate(file.Number(), status.st_size) != 0) errno = 0;
+  RaiseSystemFailure(error, path);
+}
+
 /// Makes the new name itself last. The bytes are safe by then, so a folder that can't be flushed is no failure.
 void FlushFolder(const std::string& path) {
   const Descriptor folder(::open(FolderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -94,8 +106,10 @@ void ReplacingWriter::Close() {
 }
 
 void CollectingWriter::Close() {
-  if (::ftruncate(mFile.Number(), 0) != 0) RaiseSystemFailure(errno, mPath);
+  const auto size = static_cast<off_t>(mBytes.size());
+  ReserveRoom(mFile, size, mPath);  // first: what has been overwritten can't be had back
   WriteAll(mFile, mBytes, mPath);
+  if (::ftruncate(mFile.Number(), size) != 0) RaiseSystemFailure(errno, mPath);
   FlushToDisk(mFile, mPath);
   if (!mFile.Close()) RaiseSystemFailure(errno, mPath);
   mLock = Descriptor();

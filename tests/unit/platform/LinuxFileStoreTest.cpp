@@ -3,10 +3,12 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <future>
 
 #include "support/FailureOf.h"
@@ -200,6 +202,20 @@ TEST_F(LinuxFileStoreTest, ReplaceFile_WritesInPlaceWhereNoNewFileMayBe) {
   }));
   EXPECT_TRUE(AsOrdinaryUser([&] {
     return NumberOfFailure([&] { (void)mStore.ReplaceFile(mFolder / "g", true); }) == FailureNumber::PermissionDenied;
+  }));
+  ::chmod(mFolder.Path().c_str(), 0755);
+}
+
+TEST_F(LinuxFileStoreTest, ReplaceFile_InPlaceWithoutRoom_LeavesTheOldText) {
+  mFolder.Write("f", "an old text");
+  ::chmod((mFolder / "f").c_str(), 0666);
+  ::chmod(mFolder.Path().c_str(), 0555);
+  EXPECT_TRUE(AsOrdinaryUser([&] {
+    ::signal(SIGXFSZ, SIG_IGN);
+    const struct rlimit limit { 1000, 1000 };
+    if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) return false;
+    const auto number = NumberOfFailure([&] { mStore.ReplaceFileWith(mFolder / "f", std::string(2000, 'x')); });
+    return number == FailureNumber::DiskFull && mStore.ReadFile(mFolder / "f") == "an old text";
   }));
   ::chmod(mFolder.Path().c_str(), 0755);
 }
