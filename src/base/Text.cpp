@@ -247,6 +247,16 @@ std::size_t Utf16Length(std::string_view text) noexcept {
   return length;
 }
 
+std::string_view Utf16Part(std::string_view text, std::size_t from, std::size_t count) noexcept {
+  std::size_t at = 0;
+  const auto skip = [&](std::size_t units) {
+    while (units > 0 && at < text.size()) units -= NextCodePoint(text, at) > 0xFFFF && units > 1 ? 2 : 1;
+    return at;
+  };
+  const auto begin = skip(from);
+  return text.substr(begin, skip(count) - begin);
+}
+
 char32_t NextCodePoint(std::string_view text, std::size_t& position) noexcept {
   constexpr char32_t malformed = 0xFFFD;
   const auto lead = static_cast<unsigned char>(text[position++]);

@@ -4,6 +4,7 @@
 #include "project/ProjectIntegrity.h"
 #include "project/ProjectLoader.h"
 #include "project/ProjectWriter.h"
+#include "quillbook/base/Text.h"
 #include "quillbook/frame/Procedure.h"
 #include "quillbook/frame/services/FileSystemObject.h"
 #include "quillbook/frame/services/XMLDocument.h"
@@ -135,8 +136,8 @@ bool QBProject::SaveToDisk(bool CheckForNewOrDeletedSSItems) {
 
 void QBProject::KeepBackup(const FileSystemObject& file) const {
   FileSystemObject backup(file.Path() + file.BaseName() + ".bak");
-  if (backup.FullName() == file.FullName()) return;  // never at the cost of the project itself
-  IgnoreFailures([&] { backup.Delete(); });
+  if (EqualsIgnoringCase(backup.FullName(), file.FullName())) return;  // never at the cost of the project itself
+  // The copy takes the place of the one before in one step: where it fails, that one is still there.
   IgnoreFailures([&] { file.CopyTo(backup); });
 }
 

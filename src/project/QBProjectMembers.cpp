@@ -204,7 +204,7 @@ std::string QBProject::RuntimeProjectPropertyValue(std::string_view Name) const 
 // Spelling.
 
 void QBProject::SpellAddIgnoreAllWord(std::string_view Word) {
-  IgnoreFailures([&] { SpellIgnoreAllWordList->Add(std::string(Word), Word); });
+  IgnoreFailures([&] { SpellIgnoreAllWordList->AddKeyed(std::string(Word), Word); });
 }
 
 void QBProject::SaveSpellIgnoreAllWordListToFile(std::string_view Filename) {

@@ -38,7 +38,8 @@ void ElementFile::Write(bool changed, std::string_view rootName, const std::func
   document.DocumentElement().SetName(rootName);
   fill(document.DocumentElement());
   mFile->CreateDirectory();
-  mFile->Open(FileSystemObject::ModeCreate, FileSystemObject::AccessWrite, FileSystemObject::LockShared, RecordLength);
+  // Locked, the new text takes the old one's place in one step, so that a full disk leaves the old one whole.
+  mFile->Open(FileSystemObject::ModeCreate, FileSystemObject::AccessWrite, FileSystemObject::LockWriters, RecordLength);
   mFile->WriteLine(document.ToString());
   mFile->Close();
 }

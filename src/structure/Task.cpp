@@ -1,5 +1,6 @@
 #include "quillbook/structure/Task.h"
 
+#include "quillbook/base/Text.h"
 #include "quillbook/frame/Procedure.h"
 #include "quillbook/frame/services/TextHelper.h"
 #include "quillbook/frame/services/XMLDocument.h"
@@ -17,7 +18,7 @@ constexpr std::string_view StoredDateForm = "dd-mm-yyyy hh:nn:ss";
 /// Numbers stand at fixed places, whatever stands between them.
 Date DateFromStored(std::string_view text) {
   const auto number = [&](std::size_t position, std::size_t length) {
-    return LongFromText(position < text.size() ? text.substr(position, length) : std::string_view());
+    return LongFromText(Utf16Part(text, position, length));
   };
   Date::Parts parts;
   parts.year = number(6, 4);

@@ -24,17 +24,6 @@ namespace {
 
 constexpr std::string_view DefaultStatus = "In Progress";
 
-/// `count` characters from position `from` of a text, as UTF-16 counts them.
-std::string_view CharactersOf(std::string_view text, std::size_t from, std::size_t count) {
-  std::size_t at = 0;
-  const auto skip = [&](std::size_t units) {
-    while (units > 0 && at < text.size()) units -= NextCodePoint(text, at) > 0xFFFF && units > 1 ? 2 : 1;
-    return at;
-  };
-  const auto begin = skip(from);
-  return text.substr(begin, skip(count) - begin);
-}
-
 std::optional<int> DigitsOf(std::string_view text, std::size_t from, std::size_t count) {
   int number = 0;
   const auto part = text.substr(from, count);
@@ -53,9 +42,9 @@ Date GetDateFromString(std::string_view s) {
     if (day && month && year) return Date::FromParts({*year, *month, *day}).value_or(Date());
   }
   const bool parsed = IgnoreFailures([&] {
-    parts.year = LongFromText(CharactersOf(s, 6, 4));
-    parts.month = LongFromText(CharactersOf(s, 3, 2));
-    parts.day = LongFromText(CharactersOf(s, 0, 2));
+    parts.year = LongFromText(Utf16Part(s, 6, 4));
+    parts.month = LongFromText(Utf16Part(s, 3, 2));
+    parts.day = LongFromText(Utf16Part(s, 0, 2));
   });
   return parsed ? Date::FromParts(parts).value_or(Date()) : Date();
 }
@@ -111,7 +100,9 @@ bool Store(const Ref<QBProject>& project, const std::string& localSpec, const st
   const auto write = [&] {
     const auto file = New<FileSystemObject>(localSpec);
     file->CreateDirectory();
-    file->Open(FileSystemObject::ModeCreate, FileSystemObject::AccessWrite, FileSystemObject::LockShared, RecordLength);
+    // Locked, the new text takes the old one's place in one step, so that a full disk leaves the old one whole.
+    file->Open(FileSystemObject::ModeCreate, FileSystemObject::AccessWrite, FileSystemObject::LockWriters,
+               RecordLength);
     file->WriteLine(text);
     file->Close();
   };

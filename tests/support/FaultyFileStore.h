@@ -25,6 +25,9 @@ class FaultyFileStore final : public FileStore {
   FailureNumber closing = FailureNumber::None;
   /// The file of this path is listed, but gone when it is read.
   std::string vanished;
+  /// Copying or removing a file fails with this number, if it isn't `None`.
+  FailureNumber copying = FailureNumber::None;
+  FailureNumber removing = FailureNumber::None;
 
   [[nodiscard]] FileStatus GetStatus(const std::string& path) const override { return mDisk.GetStatus(path); }
   [[nodiscard]] std::string ReadFile(const std::string& path) const override {
@@ -51,8 +54,12 @@ class FaultyFileStore final : public FileStore {
     return mDisk.CreateUniqueFile(directory, prefix, suffix);
   }
   void RenameFile(const std::string& from, const std::string& to) override { mDisk.RenameFile(from, to); }
-  void RemoveFile(const std::string& path) override { mDisk.RemoveFile(path); }
+  void RemoveFile(const std::string& path) override {
+    FailIf(removing, path);
+    mDisk.RemoveFile(path);
+  }
   void CopyFile(const std::string& from, const std::string& to) override {
+    FailIf(copying, to);
     FailIf(opening, to);
     if (GetStatus(from).size > space) Fail(FailureNumber::DiskFull, to);
     mDisk.CopyFile(from, to);

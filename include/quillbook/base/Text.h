@@ -34,6 +34,9 @@ namespace quillbook {
 [[nodiscard]] bool IsValidUtf8(std::string_view text) noexcept;
 /// Number of UTF-16 code units.
 [[nodiscard]] std::size_t Utf16Length(std::string_view text) noexcept;
+/// `count` UTF-16 code units from position `from`, or what there is of them. Of a pair at a border the first
+/// half decides where it belongs.
+[[nodiscard]] std::string_view Utf16Part(std::string_view text, std::size_t from, std::size_t count) noexcept;
 /// Reads the code point at `position` and moves behind it; U+FFFD for a malformed sequence, of which one byte is taken.
 [[nodiscard]] char32_t NextCodePoint(std::string_view text, std::size_t& position) noexcept;
 /// What is no character, such as half of a surrogate pair, is appended as U+FFFD.

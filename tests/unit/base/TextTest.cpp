@@ -134,6 +134,18 @@ TEST(Text, AppendCodePoint_NeverWritesMalformedText) {
   }
 }
 
+TEST(Text, Utf16Part_CountsUnits_AndCutsNoCharacter) {
+  EXPECT_EQ(Utf16Part("abcdef", 2, 3), "cde");
+  EXPECT_EQ(Utf16Part("abc", 2, 9), "c");
+  EXPECT_EQ(Utf16Part("abc", 3, 1), "");
+  EXPECT_EQ(Utf16Part("abc", 9, 1), "");
+  EXPECT_EQ(Utf16Part("\u00E9\u20ACx", 1, 1), "\u20AC");
+  EXPECT_EQ(Utf16Part("a\U0001F600b", 1, 2), "\U0001F600");
+  EXPECT_EQ(Utf16Part("a\U0001F600b", 3, 1), "b");
+  EXPECT_EQ(Utf16Part("a\U0001F600b", 0, 2), "a\U0001F600");
+  EXPECT_EQ(Utf16Part("a\U0001F600b", 2, 1), "b");
+}
+
 TEST(Text, Utf16Bytes_ComeBack_AndOddOnesAreReplaced) {
   constexpr std::string_view text = "a\u20AC\U0001F600";
   const auto bytes = ToUtf16Bytes(text);

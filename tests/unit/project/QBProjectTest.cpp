@@ -300,12 +300,14 @@ TEST_F(QBProjectTest, SortedTopics_AreInOrderOfTheirNames) {
   const auto c = AddTopic("C");
   const auto a = AddTopic("a");
   const auto b2 = AddTopic("B");
+  const auto b3 = AddTopic("b");
   const auto sorted = project->SortedTopics();
-  ASSERT_EQ(sorted->Count(), 4U);
+  ASSERT_EQ(sorted->Count(), 5U);
   EXPECT_EQ(sorted->Item(1), a);
   EXPECT_EQ(sorted->Item(2), b1);
   EXPECT_EQ(sorted->Item(3), b2);
-  EXPECT_EQ(sorted->Item(4), c);
+  EXPECT_EQ(sorted->Item(4), b3);
+  EXPECT_EQ(sorted->Item(5), c);
   EXPECT_EQ(sorted->Item(a->Key), a);
   EXPECT_EQ(sorted->QBProject(), nullptr);
 }
@@ -344,6 +346,12 @@ TEST_F(QBProjectTest, SpellAddIgnoreAllWord_KnowsAWordOnce) {
   ASSERT_EQ(project->SpellIgnoreAllWordList->Count(), 1U);
   EXPECT_EQ(project->SpellIgnoreAllWordList->Item(1), "qbp");
   EXPECT_FALSE(project->Dirty());
+}
+
+TEST_F(QBProjectTest, SpellAddIgnoreAllWord_KnowsTheEmptyWordOnceToo) {
+  project->SpellAddIgnoreAllWord("");
+  project->SpellAddIgnoreAllWord("");
+  EXPECT_EQ(project->SpellIgnoreAllWordList->Count(), 1U);
 }
 
 TEST_F(QBProjectTest, SaveSpellIgnoreAllWordListToFile_WritesWordsTermsAndEntities) {

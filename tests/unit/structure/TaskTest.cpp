@@ -193,6 +193,14 @@ TEST_F(TaskTest, Load_OfATextThatIsNoDate_IsAFailure) {
     }
 }
 
+TEST_F(TaskTest, Load_TakesADateByTheCharactersAtItsPlaces_WhateverStandsBetween) {
+  for (const auto* text :
+       {"01/02/2005T13.05.09", "01\u201302\u20132005\u00A013\u203605\u203609", "01-02-2005 13:05:09Z"}) {
+    const auto created = Loaded(With("CreatedOn", text))->CreatedOn();
+    EXPECT_EQ(created.Format("dd-mm-yyyy hh:nn:ss"), "01-02-2005 13:05:09") << text;
+  }
+}
+
 TEST_F(TaskTest, Load_WithoutAnAttribute_IsAFailure) {
   for (const std::string name : {"Key", "Priority", "Title", "AssignedTo", "TopicID", "Status", "CreatedOn",
                                  "CreatedBy", "ModifiedOn", "ModifiedBy"}) {
@@ -227,6 +235,11 @@ TEST_F(TaskTest, AClone_HasEveryField_AndStandsNowhere) {
   EXPECT_EQ(project->Tasks->Count(), 0u);
   auto other = New<QBProject>();
   EXPECT_EQ(source->Clone(other)->QBProject(), other);
+}
+
+TEST_F(TaskTest, AClone_OfANewTask_HasTheNumericPriority) {
+  EXPECT_EQ(task->Priority(), "Medium");
+  EXPECT_EQ(task->Clone()->Priority(), "1") << "it comes by way of the record";
 }
 
 // The list.
