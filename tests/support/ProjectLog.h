@@ -9,51 +9,56 @@
 
 namespace quillbook::support {
 
+/// Calls `visit` with each event of a project and its name, in the order of the interface.
+template <class Visit>
+void ForEachEvent(QBProjectEvents& events, Visit visit) {
+  visit(events.Changed, "Changed");
+  visit(events.BuildProfilesChanged, "BuildProfilesChanged");
+  visit(events.BuildProfileChanged, "BuildProfileChanged");
+  visit(events.MVProjectChanged, "MVProjectChanged");
+  visit(events.TopicAdded, "TopicAdded");
+  visit(events.TopicRemoved, "TopicRemoved");
+  visit(events.TopicChanged, "TopicChanged");
+  visit(events.TopicSectionChanged, "TopicSectionChanged");
+  visit(events.TopicReOrdered, "TopicReOrdered");
+  visit(events.TopicTopicLinkChanged, "TopicTopicLinkChanged");
+  visit(events.TopicTopicLinksChanged, "TopicTopicLinksChanged");
+  visit(events.QBNodeChanged, "QBNodeChanged");
+  visit(events.QBNodeRemoved, "QBNodeRemoved");
+  visit(events.TopicCategoryAdded, "TopicCategoryAdded");
+  visit(events.TopicCategoryChanged, "TopicCategoryChanged");
+  visit(events.TopicCategoryRemoved, "TopicCategoryRemoved");
+  visit(events.TopicCategoryReOrdered, "TopicCategoryReOrdered");
+  visit(events.OtherFileAdded, "OtherFileAdded");
+  visit(events.OtherFileRemoved, "OtherFileRemoved");
+  visit(events.OtherFileChanged, "OtherFileChanged");
+  visit(events.CheckoutStatusChanged, "CheckoutStatusChanged");
+  visit(events.TopicCheckoutStatusChanged, "TopicCheckoutStatusChanged");
+  visit(events.OtherFileCheckoutStatusChanged, "OtherFileCheckoutStatusChanged");
+  visit(events.ProjectElementCheckOutStatusChanged, "ProjectElementCheckOutStatusChanged");
+  visit(events.BuildProgress, "BuildProgress");
+  visit(events.TopicTemplateChanged, "TopicTemplateChanged");
+  visit(events.GlossaryItemAdded, "GlossaryItemAdded");
+  visit(events.GlossaryItemRemoved, "GlossaryItemRemoved");
+  visit(events.GlossaryItemChanged, "GlossaryItemChanged");
+  visit(events.TaskAdded, "TaskAdded");
+  visit(events.TaskChanged, "TaskChanged");
+  visit(events.TaskRemoved, "TaskRemoved");
+  visit(events.BuildProfileAdded, "BuildProfileAdded");
+  visit(events.BuildProfileRemoved, "BuildProfileRemoved");
+  visit(events.LinkCheckStartTopic, "LinkCheckStartTopic");
+  visit(events.DirtyStateChanged, "Dirty");
+  visit(events.BuildErrorsOrWarnings, "BuildErrorsOrWarnings");
+  visit(events.BuildMessage, "BuildMessage");
+  visit(events.LoadProgress, "LoadProgress");
+  visit(events.MessageBox, "MessageBox");
+}
+
 /// Writes down the names of the events for as long as it lives. "Dirty" stands for `DirtyStateChanged`.
 class ProjectLog {
  public:
   explicit ProjectLog(const Ref<QBProject>& project) {
-    auto& events = project->Events;
-    Note(events.Changed, "Changed");
-    Note(events.BuildProfilesChanged, "BuildProfilesChanged");
-    Note(events.BuildProfileChanged, "BuildProfileChanged");
-    Note(events.MVProjectChanged, "MVProjectChanged");
-    Note(events.TopicAdded, "TopicAdded");
-    Note(events.TopicRemoved, "TopicRemoved");
-    Note(events.TopicChanged, "TopicChanged");
-    Note(events.TopicSectionChanged, "TopicSectionChanged");
-    Note(events.TopicReOrdered, "TopicReOrdered");
-    Note(events.TopicTopicLinkChanged, "TopicTopicLinkChanged");
-    Note(events.TopicTopicLinksChanged, "TopicTopicLinksChanged");
-    Note(events.QBNodeChanged, "QBNodeChanged");
-    Note(events.QBNodeRemoved, "QBNodeRemoved");
-    Note(events.TopicCategoryAdded, "TopicCategoryAdded");
-    Note(events.TopicCategoryChanged, "TopicCategoryChanged");
-    Note(events.TopicCategoryRemoved, "TopicCategoryRemoved");
-    Note(events.TopicCategoryReOrdered, "TopicCategoryReOrdered");
-    Note(events.OtherFileAdded, "OtherFileAdded");
-    Note(events.OtherFileRemoved, "OtherFileRemoved");
-    Note(events.OtherFileChanged, "OtherFileChanged");
-    Note(events.CheckoutStatusChanged, "CheckoutStatusChanged");
-    Note(events.TopicCheckoutStatusChanged, "TopicCheckoutStatusChanged");
-    Note(events.OtherFileCheckoutStatusChanged, "OtherFileCheckoutStatusChanged");
-    Note(events.ProjectElementCheckOutStatusChanged, "ProjectElementCheckOutStatusChanged");
-    Note(events.BuildProgress, "BuildProgress");
-    Note(events.TopicTemplateChanged, "TopicTemplateChanged");
-    Note(events.GlossaryItemAdded, "GlossaryItemAdded");
-    Note(events.GlossaryItemRemoved, "GlossaryItemRemoved");
-    Note(events.GlossaryItemChanged, "GlossaryItemChanged");
-    Note(events.TaskAdded, "TaskAdded");
-    Note(events.TaskChanged, "TaskChanged");
-    Note(events.TaskRemoved, "TaskRemoved");
-    Note(events.BuildProfileAdded, "BuildProfileAdded");
-    Note(events.BuildProfileRemoved, "BuildProfileRemoved");
-    Note(events.LinkCheckStartTopic, "LinkCheckStartTopic");
-    Note(events.DirtyStateChanged, "Dirty");
-    Note(events.BuildErrorsOrWarnings, "BuildErrorsOrWarnings");
-    Note(events.BuildMessage, "BuildMessage");
-    Note(events.LoadProgress, "LoadProgress");
-    Note(events.MessageBox, "MessageBox");
+    ForEachEvent(project->Events, [this](auto& event, const char* name) { Note(event, name); });
   }
 
   /// The events since the last call, with a blank between.

@@ -110,6 +110,38 @@ TEST_F(BuildProfileTest, AnEmptyOutputDirectory_ReadsAsTheProjects) {
   EXPECT_EQ(profile->OutputDirectory(), folder.Stored("out") + "\\");
 }
 
+TEST_F(BuildProfileTest, AnEmptyOutputDirectory_ReadsWithASeparator_WhereTheProjectsHasOne) {
+  project->Filename->SetFullName("\\help\\p.qbp");
+  EXPECT_EQ(profile->OutputDirectory(), "") << "no folder, no separator";
+  const std::pair<const char*, const char*> cases[] = {{"\\help\\out", "\\help\\out\\"},
+                                                       {"\\help\\out\\", "\\help\\out\\"},
+                                                       {"\\help", "\\help\\"},
+                                                       {"\\", "\\"},
+                                                       {"c:\\", "c:\\"},
+                                                       {"c:\\out", "c:\\out\\"}};
+  for (const auto& [directory, expected] : cases) {
+    project->SetOutputDirectory(directory);
+    EXPECT_EQ(profile->OutputDirectory(), expected);
+  }
+}
+
+TEST_F(BuildProfileTest, AnOutputDirectory_ReadsWithASeparator_AlsoWhereItIsStoredWithout) {
+  project->Filename->SetFullName("\\help\\p.qbp");
+  const std::pair<const char*, const char*> cases[] = {{"out", "\\help\\out\\"},
+                                                       {"out\\", "\\help\\out\\"},
+                                                       {".\\", "\\help\\"},
+                                                       {"..\\out", "\\out\\"},
+                                                       {"c:\\out", "c:\\out\\"}};
+  for (const auto& [stored, expected] : cases) {
+    const auto loaded = New<BuildProfile>();
+    loaded->SetBuildProfiles(project->BuildProfiles);
+    loaded->Load(Parse("<p ID='{1}' Name='' OutputDirectory='" + std::string(stored) +
+                       "' CompileHelpFile='True' HTMLHelpVersion='2' H2Namespace='' H2FileID='' HelpFileName=''/>")
+                     .DocumentElement());
+    EXPECT_EQ(loaded->OutputDirectory(), expected) << stored;
+  }
+}
+
 TEST_F(BuildProfileTest, DefaultTopic_IsItsOwn_ElseTheProjects) {
   const auto own = AddTopic();
   const auto projects = AddTopic();

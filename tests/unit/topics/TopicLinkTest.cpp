@@ -161,6 +161,27 @@ TEST_F(TopicLinkTest, RemovedTarget_IsNothing_AndTheLinkIsNotShownButSaved) {
   EXPECT_EQ(SavedAndLoaded(*topic)->TopicLinks()->Item(1)->ChildTopicKey, target->Key);
 }
 
+TEST_F(TopicLinkTest, Links_LeaveOutALinkOfAnUnknownType_WhichIsKept) {
+  const auto topic = Loaded("<Topic Key='1'><r t='1' cat='c' Title='odd' rt='7'/></Topic>");
+  project->Topics->Add(topic, topic->Key);
+  EXPECT_THAT(TitlesIn(topic, "c"), IsEmpty());
+  const auto saved = SavedAndLoaded(*topic)->TopicLinks()->Item(1);
+  EXPECT_EQ(static_cast<int>(saved->TopicLinkType()), 7);
+}
+
+TEST_F(TopicLinkTest, ChildTopic_NeedsAParentWithAProject) {
+  const auto link = New<TopicLink>();
+  link->ChildTopicKey = "1";
+  EXPECT_FALSE(link->ChildTopic());
+  link->SetParentTopic(New<Topic>());  // gone at once
+  EXPECT_FALSE(link->ChildTopic());
+  const auto lonely = New<Topic>();
+  link->SetParentTopic(lonely);
+  EXPECT_FALSE(link->ChildTopic());
+  EXPECT_THAT(failures.Take(),
+              ElementsAre("TopicLink.ChildTopic 91", "TopicLink.ChildTopic 91", "TopicLink.ChildTopic 91"));
+}
+
 TEST_F(TopicLinkTest, Links_AreThoseOfTheCategory_ThatGoIntoTheHelpFile_InOrder) {
   const auto topic = AddTopic("a");
   const auto target = AddTopic("b");

@@ -1,5 +1,6 @@
 #include "quillbook/topics/TopicStatuses.h"
 
+#include "quillbook/frame/modMain.h"
 #include "unit/topics/TopicsFixture.h"
 
 namespace quillbook {
@@ -38,6 +39,13 @@ TEST_F(TopicStatusTest, MissingAttribute_IsReported_AndTheStatusKeepsWhatWasRead
   EXPECT_THAT(failures.Take(), ElementsAre("TopicStatus.Load 5"));
   EXPECT_EQ(statuses->Item("a")->Caption, "");
   EXPECT_EQ(statuses->Item("a")->Icon, "");
+}
+
+TEST_F(TopicStatusTest, AStatusThatTheInstallationDoesNotKnow_StaysWithItsTopic) {
+  EXPECT_EQ(modMain::TopicStatuses()->Count(), 0u);
+  const auto topic = Loaded("<Topic Key='1' Status='Waiting for Ann'/>");
+  EXPECT_EQ(topic->Status(), "Waiting for Ann");
+  EXPECT_EQ(SavedAndLoaded(*topic)->Status(), "Waiting for Ann");
 }
 
 TEST_F(TopicStatusTest, NewTopic_HasNoStatus_WhereThereIsNoList) {
