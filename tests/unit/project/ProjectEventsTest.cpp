@@ -262,10 +262,64 @@ TEST_F(ProjectEventsTest, AFailingListener_IsReportedByTheRaisingOperation) {
 }
 
 TEST(QBProjectEvents, HaveFrozenNumbers) {
+  using enum QBProjectEvents::Number;
   EXPECT_EQ(QBProjectEvents::PublishedName, "__QBProject");
-  EXPECT_EQ(static_cast<int>(QBProjectEvents::Number::Changed), 1);
-  EXPECT_EQ(static_cast<int>(QBProjectEvents::Number::CheckoutStatusChanged), 21);
-  EXPECT_EQ(static_cast<int>(QBProjectEvents::Number::MessageBox), 40);
+  constexpr QBProjectEvents::Number numbers[] = {Changed,
+                                                 BuildProfilesChanged,
+                                                 BuildProfileChanged,
+                                                 MVProjectChanged,
+                                                 TopicAdded,
+                                                 TopicRemoved,
+                                                 TopicChanged,
+                                                 TopicSectionChanged,
+                                                 TopicReOrdered,
+                                                 TopicTopicLinkChanged,
+                                                 TopicTopicLinksChanged,
+                                                 QBNodeChanged,
+                                                 QBNodeRemoved,
+                                                 TopicCategoryAdded,
+                                                 TopicCategoryChanged,
+                                                 TopicCategoryRemoved,
+                                                 TopicCategoryReOrdered,
+                                                 OtherFileAdded,
+                                                 OtherFileRemoved,
+                                                 OtherFileChanged,
+                                                 CheckoutStatusChanged,
+                                                 TopicCheckoutStatusChanged,
+                                                 OtherFileCheckoutStatusChanged,
+                                                 ProjectElementCheckOutStatusChanged,
+                                                 BuildProgress,
+                                                 TopicTemplateChanged,
+                                                 GlossaryItemAdded,
+                                                 GlossaryItemRemoved,
+                                                 GlossaryItemChanged,
+                                                 TaskAdded,
+                                                 TaskChanged,
+                                                 TaskRemoved,
+                                                 BuildProfileAdded,
+                                                 BuildProfileRemoved,
+                                                 LinkCheckStartTopic,
+                                                 DirtyStateChanged,
+                                                 BuildErrorsOrWarnings,
+                                                 BuildMessage,
+                                                 LoadProgress,
+                                                 MessageBox};
+  int number = 0;
+  for (const auto each : numbers) EXPECT_EQ(static_cast<int>(each), ++number);
+  EXPECT_EQ(number, 40);
+}
+
+TEST(QBProjectEvents, HaveArgumentsOfFrozenValues) {
+  EXPECT_EQ(StatusCheckedIn, 0);
+  EXPECT_EQ(StatusCheckedOutWrongDirectory, 1);
+  EXPECT_EQ(StatusCheckedOutToOtherUser, 2);
+  EXPECT_EQ(StatusCheckedOutToCurrentUser, 3);
+  EXPECT_EQ(ProjectElementTableOfContents, 1);
+  EXPECT_EQ(ProjectElementManifests, 2);
+  EXPECT_EQ(ProjectElementGlossary, 3);
+  EXPECT_EQ(ProjectElementTasks, 4);
+  EXPECT_EQ(bmWarning, 0);
+  EXPECT_EQ(bmError, 1);
 }
 
 }  // namespace
