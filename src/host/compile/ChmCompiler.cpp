@@ -185,10 +185,10 @@ void ChmCompile::IndexWords(std::uint32_t topic, const PageFacts& facts) {
   mFullText->BeginPage(topic);
   for (const bool inTitle : {true, false})
     mSplitter.Split(inTitle ? facts.title : facts.text, [&](std::string_view word) {
-      if (mStopWords.contains(word))
-        mFullText->PassWord();
-      else if (mCodePage->TryEncodeWord(word, bytes))
+      if (!mStopWords.contains(word) && mCodePage->TryEncodeWord(word, bytes))
         mFullText->AddWord(bytes, inTitle);
+      else
+        mFullText->PassWord();
     });
   mFullText->EndPage();
 }
