@@ -22,7 +22,7 @@ using namespace compile;
 namespace {
 
 constexpr std::uint64_t LongestSource = 32U << 20;
-constexpr std::uint64_t MemoryForTables = 256U << 20;
+constexpr std::uint64_t MemoryForTables = 128U << 20;
 
 bool IsFolder(std::string_view name) {
   return name.ends_with('/');

@@ -40,7 +40,7 @@ CompileReport HelpCompile::Run() {
     CheckResult();                                                        // 7
     Publish();                                                            // 8
   } catch (...) {
-    Messages().Error("HC4001", CurrentFailure().Description());
+    Messages().Error("HC4001", CurrentFailure().Description(), mReport.output);
   }
   return std::move(mReport);
 }

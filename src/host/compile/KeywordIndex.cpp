@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <unordered_map>
+#include <utility>
 
 #include "host/compile/Bytes.h"
 #include "quillbook/base/Text.h"
@@ -216,12 +218,12 @@ std::vector<KeywordEntry> SortKeywords(std::vector<KeywordEntry> entries, std::u
   });
   std::vector<KeywordEntry> sorted;
   sorted.reserve(entries.size());
+  std::unordered_map<std::uint32_t, std::size_t> lastOwner;  // the entry that got a topic last, by its number from 1
   for (auto& entry : entries) {
     if (!sorted.empty() && order.Compare(sorted.back().path, entry.path) == 0 && entry.seeAlso.empty() &&
         sorted.back().seeAlso.empty()) {
       for (const auto topic : entry.topics)
-        if (std::find(sorted.back().topics.begin(), sorted.back().topics.end(), topic) == sorted.back().topics.end())
-          sorted.back().topics.push_back(topic);
+        if (std::exchange(lastOwner[topic], sorted.size()) != sorted.size()) sorted.back().topics.push_back(topic);
       continue;
     }
     // Sub-keywords need the keywords above them, of which the one before in the list may bring some.
@@ -233,6 +235,7 @@ std::vector<KeywordEntry> SortKeywords(std::vector<KeywordEntry> entries, std::u
       if (!known) sorted.push_back({above, {}, {}});
     }
     sorted.push_back(std::move(entry));
+    for (const auto topic : sorted.back().topics) lastOwner[topic] = sorted.size();
   }
   return sorted;
 }

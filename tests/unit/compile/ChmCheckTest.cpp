@@ -107,6 +107,24 @@ TEST(ChmCheck, OtherBytesOfAPage_AreFound) {
   EXPECT_EQ(Found([](Input& input) { input.page += " "; }), "'/a.htm' has other bytes\n");
 }
 
+TEST(ChmCheck, OtherBytesOfAHelp2File_AreFound) {
+  const support::TemporaryFolder folder;
+  const auto pack = [&](HelpOutput& output, const char* bytes) {
+    output.AddFile("/c.HxC", bytes);
+    output.Finish(StorageReader::Format::Help2, 0, 0x409);
+  };
+  HelpOutput honest(folder / "a.hxs");
+  HelpOutput other(folder / "b.hxs");
+  pack(honest, "<HelpCollection Title=\"A\"/>");
+  pack(other, "<HelpCollection Title=\"B\"/>");
+  MessageList messages;
+  honest.CheckFiles(StorageReader(honest.Bytes()), messages);
+  EXPECT_EQ(messages.Errors(), 0u);
+  honest.CheckFiles(StorageReader(other.Bytes()), messages);
+  ASSERT_EQ(messages.Errors(), 1u);
+  EXPECT_NE(messages.All()[0].text.find("'/c.HxC' has other bytes"), std::string::npos);
+}
+
 TEST(ChmCheck, OtherTitleAndDefaultTopic_AreFound) {
   EXPECT_EQ(Found([](Input& input) { input.title = "Held"; }), "the title is 'Held'\n");
   EXPECT_EQ(Found([](Input& input) { input.defaultTopic = "b.htm"; }), "the default topic is 'b.htm'\n");

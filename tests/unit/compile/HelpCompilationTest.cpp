@@ -49,6 +49,7 @@ class OldHelpFile : public testing::TestWithParam<const char*> {
     EXPECT_EQ(report.outcome, CompileReport::Outcome::Failed);
     ASSERT_EQ(report.messages.Errors(), 1u);
     EXPECT_EQ(report.messages.All().back().code, "HC4001");
+    EXPECT_EQ(report.messages.All().back().file, mFolder / "out");
     EXPECT_EQ(mFolder.Read("out"), "old");
     EXPECT_EQ(Entries(), 1) << "something is left beside the help file";
   }
