@@ -90,9 +90,28 @@ def inner(path):
     return path.startswith(("#", "$", "::"))
 
 
+def compile_help(program, project, output):
+    subprocess.run([program, "compile", project, "--output", output, "--quiet"], check=True, timeout=600)
+
+
+def check_same(program, project, output, work):
+    """The same files, made in another order elsewhere, give the same bytes."""
+    copy = work / "copy"
+    for path in sorted((path for path in project.parent.rglob("*") if path.is_file()), reverse=True):
+        target = copy / path.relative_to(project.parent)
+        target.parent.mkdir(parents=True, exist_ok=True)
+        shutil.copyfile(path, target)
+    (work / "again").mkdir(exist_ok=True)
+    again = work / "again" / output.name
+    compile_help(program, copy / project.name, again)
+    if not filecmp.cmp(output, again, shallow=False):
+        sys.exit(f"{project}: a copy gives other bytes")
+    shutil.rmtree(copy)
+
+
 def check(program, mspack, project, names, work, kind):
     output = work / f"out.{kind}"
-    subprocess.run([program, "compile", project, "--output", output, "--quiet"], check=True, timeout=600)
+    compile_help(program, project, output)
     for reader, extract in readers(mspack, kind).items():
         target = work / "extracted"
         extract(output, target)
@@ -105,6 +124,7 @@ def check(program, mspack, project, names, work, kind):
                 sys.exit(f"{project}: {name} differs when {reader} reads it")
         shutil.rmtree(target)
         print(f"{project.parent.name}: {len(names)} files of .{kind} by {reader}", flush=True)
+    check_same(program, project, output, work)
 
 
 def check_pages(program, mspack, work, pages, encoding, page_encoding):
