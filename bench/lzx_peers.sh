@@ -44,7 +44,7 @@ PYTHON
 printf '[OPTIONS]\nCompiled file=peer.chm\nDefault topic=data.txt\n[FILES]\ndata.txt\n' >peer.hhp
 for folder in "$@"; do
   find "$folder" -name '*.htm*' -print0 | LC_ALL=C sort -z | xargs -0 cat >data.txt
-  chmcmd --no-html-scan peer.hhp >/dev/null
+  chmcmd --no-html-scan peer.hhp >/dev/null 2>&1
   echo "$folder"
   "$program" data.txt
   echo "    chmcmd's stream: $(content_size peer.chm) bytes"

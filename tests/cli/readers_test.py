@@ -124,7 +124,8 @@ def check(program, mspack, project, names, work, kind):
                 sys.exit(f"{project}: {name} differs when {reader} reads it")
         shutil.rmtree(target)
         print(f"{project.parent.name}: {len(names)} files of .{kind} by {reader}", flush=True)
-    check_same(program, project, output, work)
+    if len(names) < 1000:
+        check_same(program, project, output, work)
 
 
 def check_pages(program, mspack, work, pages, encoding, page_encoding):
