@@ -26,7 +26,9 @@ std::string_view FailureText(FailureNumber number) noexcept {
     case FailureNumber::ObjectNotSet: return "Object variable or With block variable not set";
     case FailureNumber::NoSuchMember: return "Object doesn't support this property or method";
     case FailureNumber::ArgumentNotOptional: return "Argument not optional";
+    case FailureNumber::WrongArgumentCount: return "Wrong number of arguments or invalid property assignment";
     case FailureNumber::KeyAlreadyExists: return "This key is already associated with an element of this collection";
+    case FailureNumber::FormatNotMatching: return "Specified format doesn't match format of data";
     case FailureNumber::AlreadyReported: return "Application-defined or object-defined error";
   }
   return "Application-defined or object-defined error";

@@ -38,7 +38,7 @@ struct TypeInfo::Shared {
     while (capacity < entries.size() * 2) capacity *= 2;
     table.assign(capacity, nullptr);
     for (const auto& entry : entries) {
-      if (!entry.get) continue;
+      if (!entry.get && !entry.call) continue;
       auto slot = FoldedHash(entry.name) & (capacity - 1);
       while (table[slot]) slot = (slot + 1) & (capacity - 1);
       table[slot] = &entry;
@@ -90,6 +90,19 @@ void detail::RaiseTypeMismatch() {
   throw Failure(FailureNumber::TypeMismatch).WithoutPlace();
 }
 
+const Variant& detail::ArgumentAt(const std::vector<Variant>& arguments, std::size_t position) {
+  static const Variant omitted = Variant::Omitted();
+  return position < arguments.size() ? arguments[position] : omitted;
+}
+
+void detail::RequireAtMost(const std::vector<Variant>& arguments, std::size_t count) {
+  if (arguments.size() > count) throw Failure(FailureNumber::WrongArgumentCount).WithoutPlace();
+}
+
+void detail::RaiseNotOptional() {
+  throw Failure(FailureNumber::ArgumentNotOptional).WithoutPlace();
+}
+
 std::string_view Object::TypeName() const {
   return Type().Name();
 }
@@ -102,10 +115,18 @@ bool Object::IsOfType(std::string_view typeName) const {
 
 Variant Object::Member(std::string_view name, std::source_location where) const {
   const auto* entry = Type().FindMember(name);
-  if (!entry)
+  if (!entry || !entry->get)
     throw Failure(FailureNumber::NoSuchMember,
                   "Object of type '" + std::string(TypeName()) + "' has no member '" + std::string(name) + "'", where);
   return entry->get(*this);
+}
+
+Variant Object::Invoke(std::string_view name, const std::vector<Variant>& arguments, std::source_location where) {
+  const auto* entry = Type().FindMember(name);
+  if (!entry || !entry->call)
+    throw Failure(FailureNumber::NoSuchMember,
+                  "Object of type '" + std::string(TypeName()) + "' has no method '" + std::string(name) + "'", where);
+  return entry->call(*this, arguments);
 }
 
 void Object::SetMember(std::string_view name, const Variant& value, std::source_location where) {
@@ -119,7 +140,8 @@ void Object::SetMember(std::string_view name, const Variant& value, std::source_
 }
 
 bool Object::HasMember(std::string_view name) const {
-  return Type().FindMember(name) != nullptr;
+  const auto* entry = Type().FindMember(name);
+  return entry && entry->get;
 }
 
 void Object::Fields(const FieldVisitor& visitor) const {

@@ -41,8 +41,14 @@ std::string Variant::ToText(std::source_location where) const {
     case Kind::Double: return NumberToText(std::get<double>(mValue));
     case Kind::Date: return std::get<quillbook::Date>(mValue).ToLocaleText();
     case Kind::Text: return std::get<std::string>(mValue);
+    case Kind::Bytes: return FromUtf16Bytes(std::get<Bytes>(mValue).bytes);
     default: Mismatch(where);
   }
+}
+
+std::string Variant::ToBytes(std::source_location where) const {
+  const auto* bytes = std::get_if<Bytes>(&mValue);
+  return bytes ? bytes->bytes : ToUtf16Bytes(ToText(where));
 }
 
 double Variant::ToNumber(std::source_location where) const {
@@ -53,6 +59,7 @@ double Variant::ToNumber(std::source_location where) const {
     case Kind::Double: return std::get<double>(mValue);
     case Kind::Date: return std::get<quillbook::Date>(mValue).Days();
     case Kind::Text: return NumberFromText(std::get<std::string>(mValue), where);
+    case Kind::Bytes: return NumberFromText(ToText(where), where);
     default: Mismatch(where);
   }
 }

@@ -30,7 +30,9 @@ enum class FailureNumber : int {
   ObjectNotSet = 91,
   NoSuchMember = 438,
   ArgumentNotOptional = 449,
+  WrongArgumentCount = 450,
   KeyAlreadyExists = 457,
+  FormatNotMatching = 461,
   /// Raised by the failure reporter towards the caller after the pluggable error object has taken a report.
   AlreadyReported = 65535,
 };

@@ -1,13 +1,17 @@
 // Root of everything that can be an item: counted, named, readable by member name.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <source_location>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "quillbook/base/Ref.h"
@@ -37,6 +41,12 @@ class Object {
   /// Late-bound write. Failure 438 for an unknown member or one that can only be read.
   void SetMember(std::string_view name, const Variant& value,
                  std::source_location where = std::source_location::current());
+  /// Late-bound call. An argument that is `Variant::Omitted()`, or that is missing at the end, is left to the method.
+  /// Failure 438 for a name that is no method of the class, 449 for an argument that the method can't do without, 450
+  /// for too many.
+  Variant Invoke(std::string_view name, const std::vector<Variant>& arguments = {},
+                 std::source_location where = std::source_location::current());
+  /// True for a member that can be read.
   [[nodiscard]] bool HasMember(std::string_view name) const;
 
   using FieldVisitor = std::function<void(std::string_view name, const Variant& value)>;
@@ -74,6 +84,7 @@ class TypeInfo {
     Variant (*dump)(const Object&) = nullptr;
     Variant (*get)(const Object&) = nullptr;
     void (*set)(Object&, const Variant&) = nullptr;
+    Variant (*call)(Object&, const std::vector<Variant>&) = nullptr;
   };
 
   TypeInfo(std::string_view name, const TypeInfo* base, std::vector<Entry> entries);
@@ -185,6 +196,44 @@ struct Setter<void (C::*)(A)> {
 template <class C, class A>
 struct Setter<void (C::*)(A) noexcept> : Setter<void (C::*)(A)> {};
 
+template <class T>
+struct IsOptional : std::false_type {};
+template <class T>
+struct IsOptional<std::optional<T>> : std::true_type {
+  using Value = T;
+};
+
+/// What holds an argument until the method has returned.
+template <class A>
+using StoredArgument =
+    std::conditional_t<std::is_same_v<std::remove_cvref_t<A>, std::string_view>, std::string, std::remove_cvref_t<A>>;
+
+template <class F>
+struct Signature;
+template <class C, class R, class... A>
+struct Signature<R (C::*)(A...)> {
+  using Result = R;
+  using Arguments = std::tuple<StoredArgument<A>...>;
+};
+template <class C, class R, class... A>
+struct Signature<R (C::*)(A...) const> : Signature<R (C::*)(A...)> {};
+
+[[nodiscard]] const Variant& ArgumentAt(const std::vector<Variant>& arguments, std::size_t position);
+void RequireAtMost(const std::vector<Variant>& arguments, std::size_t count);
+[[noreturn]] void RaiseNotOptional();
+
+template <class V>
+V ArgumentFromVariant(const Variant& value) {
+  if constexpr (IsOptional<V>::value) {
+    return value.IsOmitted() ? V() : V(FromVariant<typename IsOptional<V>::Value>(value));
+  } else if constexpr (std::is_same_v<V, Variant>) {
+    return value;
+  } else {
+    if (value.IsOmitted()) RaiseNotOptional();
+    return FromVariant<V>(value);
+  }
+}
+
 }  // namespace detail
 
 /// Builds the description of class `T`:
@@ -193,6 +242,7 @@ struct Setter<void (C::*)(A) noexcept> : Setter<void (C::*)(A)> {};
 ///         .Field<&Topic::mName>("mName")                       // dumped, in declared order
 ///         .Property<&Topic::Name, &Topic::SetName>("Name")     // late-bound read and write
 ///         .ReadOnly<&Topic::QualifiedName>("QualifiedName")    // late-bound read
+///         .Method<&Topic::MoveTo>("MoveTo")                    // late-bound call
 ///         .Done();
 template <class T>
 class Describe {
@@ -230,6 +280,12 @@ class Describe {
     mEntries.push_back({name, false, nullptr, &CallGetter<Getter>, nullptr});
     return *this;
   }
+  /// Parameters of type `std::optional` may be left out, and those of type `Variant`, which then is `Omitted`.
+  template <auto M>
+  Describe& Method(std::string_view name) {
+    mEntries.push_back({name, false, nullptr, nullptr, nullptr, &CallMethod<M>});
+    return *this;
+  }
   [[nodiscard]] TypeInfo Done() { return TypeInfo(mName, mBase, std::move(mEntries)); }
 
  private:
@@ -261,6 +317,27 @@ class Describe {
     using A = typename detail::Setter<decltype(SetterFunction)>::Argument;
     using V = std::conditional_t<std::is_same_v<A, std::string_view>, std::string, A>;
     (static_cast<T&>(object).*SetterFunction)(detail::FromVariant<V>(value));
+  }
+
+  template <auto M>
+  static Variant CallMethod(Object& object, const std::vector<Variant>& arguments) {
+    using Arguments = typename detail::Signature<decltype(M)>::Arguments;
+    detail::RequireAtMost(arguments, std::tuple_size_v<Arguments>);
+    return Spread<M, Arguments>(static_cast<T&>(object), arguments,
+                                std::make_index_sequence<std::tuple_size_v<Arguments>>());
+  }
+  template <auto M, class Arguments, std::size_t... I>
+  static Variant Spread(T& object, const std::vector<Variant>& arguments, std::index_sequence<I...>) {
+    const auto call = [&] {
+      return (object.*
+              M)(detail::ArgumentFromVariant<std::tuple_element_t<I, Arguments>>(detail::ArgumentAt(arguments, I))...);
+    };
+    if constexpr (std::is_void_v<typename detail::Signature<decltype(M)>::Result>) {
+      call();
+      return {};
+    } else {
+      return detail::MakeVariant(call());
+    }
   }
 
   std::string_view mName;

@@ -28,7 +28,7 @@ struct VariantArray {
   std::vector<Variant> elements;
 };
 
-/// A value: empty, null, Boolean, number, date, text, error value, array, or a reference to an object.
+/// A value: empty, null, Boolean, number, date, text, error value, array, bytes, or a reference to an object.
 class Variant {
  public:
   struct Null {};
@@ -39,7 +39,11 @@ class Variant {
   struct Opaque {
     std::string text;
   };
-  enum class Kind { Empty, Null, Boolean, Integer, Double, Date, Text, Object, Array, Error, Opaque };
+  /// An array of bytes.
+  struct Bytes {
+    std::string bytes;
+  };
+  enum class Kind { Empty, Null, Boolean, Integer, Double, Date, Text, Object, Array, Error, Opaque, Bytes };
 
   Variant() noexcept = default;
   Variant(Null) : mValue(Null{}) {}
@@ -57,6 +61,7 @@ class Variant {
   Variant(const char* value) : mValue(std::string(value)) {}
   Variant(ErrorValue value) : mValue(value) {}
   Variant(Opaque value) : mValue(std::move(value)) {}
+  Variant(Bytes value) : mValue(std::move(value)) {}
   Variant(VariantArray value) : mValue(std::make_shared<const VariantArray>(std::move(value))) {}
   template <class T>
   Variant(const Ref<T>& object) : mValue(Ref<Object>(object)) {}
@@ -64,8 +69,17 @@ class Variant {
   [[nodiscard]] Kind GetKind() const noexcept { return static_cast<Kind>(mValue.index()); }
   [[nodiscard]] bool IsEmpty() const noexcept { return GetKind() == Kind::Empty; }
 
-  /// The usual conversions. Each raises failure 13 (type mismatch) for a value that has no such form.
+  /// Stands for an argument that a late-bound call leaves out.
+  [[nodiscard]] static Variant Omitted() { return ErrorValue{OmittedArgument}; }
+  [[nodiscard]] bool IsOmitted() const noexcept {
+    const auto* error = std::get_if<ErrorValue>(&mValue);
+    return error && error->number == OmittedArgument;
+  }
+
+  /// The usual conversions. Each raises failure 13 (type mismatch) for a value that has no such form. Bytes and text
+  /// turn into each other as UTF-16LE without a mark; half a character at the end of bytes is left out.
   [[nodiscard]] std::string ToText(std::source_location where = std::source_location::current()) const;
+  [[nodiscard]] std::string ToBytes(std::source_location where = std::source_location::current()) const;
   [[nodiscard]] double ToNumber(std::source_location where = std::source_location::current()) const;
   /// Rounds half to even; failure 6 outside 32 bits.
   [[nodiscard]] std::int32_t ToLong(std::source_location where = std::source_location::current()) const;
@@ -77,8 +91,10 @@ class Variant {
   [[nodiscard]] const Opaque& GetOpaque() const { return std::get<Opaque>(mValue); }
 
  private:
+  static constexpr int OmittedArgument = static_cast<int>(0x80020004U);
+
   std::variant<std::monostate, Null, bool, std::int64_t, double, quillbook::Date, std::string, Ref<Object>,
-               std::shared_ptr<const VariantArray>, ErrorValue, Opaque>
+               std::shared_ptr<const VariantArray>, ErrorValue, Opaque, Bytes>
       mValue;
 };
 
