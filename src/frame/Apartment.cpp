@@ -1,5 +1,6 @@
 #include "frame/Apartment.h"
 
+#include "frame/services/FileIcons.h"
 #include "quillbook/frame/FailureReporter.h"
 #include "quillbook/topics/TopicSectionDefs.h"
 #include "quillbook/topics/TopicStatuses.h"
@@ -32,9 +33,12 @@ Apartment::Apartment() {
   SetGlobalsWriter(&VisitGlobals);
 }
 
+Apartment::~Apartment() = default;
+
 void Apartment::DropCaches() {
   mTopicSectionDefs = nullptr;
   mTopicStatuses = nullptr;
+  mFileIcons = nullptr;
 }
 
 Apartment& Apartment::Current() {

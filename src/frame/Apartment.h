@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -14,13 +15,22 @@ namespace quillbook {
 class TopicSectionDefs;
 class TopicStatuses;
 
+namespace detail {
+class FileIcons;
+}
+
 /// One per thread, and nothing is locked. Reached only through `modMain` and `Root`.
 struct Apartment {
   Apartment();
+  Apartment(const Apartment&) = delete;
+  Apartment& operator=(const Apartment&) = delete;
+  ~Apartment();
 
   std::int32_t RootIncrement = 0;
   Ref<quillbook::TopicSectionDefs> mTopicSectionDefs;  ///< cached while a `Root` lives
   Ref<quillbook::TopicStatuses> mTopicStatuses;        ///< cached until the last `Root` goes
+  std::unique_ptr<detail::FileIcons>
+      mFileIcons;  ///< what the desktop knows; made on first use, until the last `Root` goes
   std::int32_t mCacheCount = 0;
   Ref<Collection<Ref<Object>>> mCacheTopics = New<Collection<Ref<Object>>>();
   std::int16_t mClipboardDataFormat = 0;

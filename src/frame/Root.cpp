@@ -1,14 +1,9 @@
 #include "quillbook/frame/Root.h"
 
-#include <charconv>
-#include <cstdio>
-
 #include "frame/Apartment.h"
-#include "frame/Colors.h"
 #include "quillbook/config/QBIDEOptions.h"
 #include "quillbook/frame/Procedure.h"
 #include "quillbook/frame/modMain.h"
-#include "quillbook/frame/services/AutoMessages.h"
 #include "quillbook/host/MVProject.h"
 #include "quillbook/host/PageTemplate.h"
 #include "quillbook/platform/Platform.h"
@@ -20,30 +15,12 @@ namespace quillbook {
 namespace {
 
 void RegisterClipboardFormats(Apartment& apartment) {
-  // The registered names end in a NUL, which is part of them.
+  // The names are handed over with the NUL that ends them.
   using namespace std::string_view_literals;
   auto& session = Platform::Current().Session();
   apartment.mClipboardDataFormat = static_cast<std::int16_t>(session.RegisterClipboardFormat("#Quillbook.Data#\0"sv));
   apartment.mClipboardTypeFormat = static_cast<std::int16_t>(session.RegisterClipboardFormat("#Quillbook.Type#\0"sv));
 }
-
-std::string Hexadecimal(unsigned value, int digits) {
-  char text[16];
-  return std::string(text, static_cast<std::size_t>(std::snprintf(text, sizeof text, "%0*X", digits, value)));
-}
-
-std::string ChannelPair(std::string_view text, std::size_t position) {
-  return std::string(position < text.size() ? text.substr(position, 2) : std::string_view());
-}
-
-std::uint8_t ChannelFromHexadecimal(const std::string& digits) {
-  unsigned value = 0;
-  std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-  return static_cast<std::uint8_t>(value);
-}
-
-/// The colour of the docking bars in the style of the 2003 office programs.
-constexpr OleColor kDockingBarColor = SystemColor::ButtonFace;
 
 }  // namespace
 
@@ -69,12 +46,6 @@ bool Root::ReloadFlag() const noexcept {
 }
 void Root::SetReloadFlag(bool RHS) noexcept {
   modMain::mReloadFlag() = RHS;
-}
-std::int16_t Root::ClipboardTypeFormat() const noexcept {
-  return modMain::mClipboardTypeFormat();
-}
-std::int16_t Root::ClipboardDataFormat() const noexcept {
-  return modMain::mClipboardDataFormat();
 }
 
 Ref<quillbook::TopicStatuses> Root::TopicStatuses() const {
@@ -121,44 +92,6 @@ void Root::BeforeDeleteTopic(const Ref<Topic>& T, bool& Cancel, bool& NoPrompt) 
 
 Ref<quillbook::QBIDEOptions> Root::QBIDEOptions() const {
   return Procedure(*this, "QBIDEOptions").Run([] { return New<quillbook::QBIDEOptions>(); });
-}
-
-std::string Root::ColorToWebHex(OleColor Color) const {
-  const auto channels = TranslateColor(Color).value_or(Rgb{});
-  return "#" + Hexadecimal(channels.red, 2) + Hexadecimal(channels.green, 2) + Hexadecimal(channels.blue, 2);
-}
-
-std::string Root::ColorToVBHex(OleColor Color) const {
-  if (Color < 0) return "&H8" + Hexadecimal(static_cast<std::uint16_t>(Color), 7) + "&";
-  const auto web = ColorToWebHex(Color);
-  return "&H00" + web.substr(5, 2) + web.substr(3, 2) + web.substr(1, 2) + "&";
-}
-
-OleColor Root::WebHexToColor(std::string_view WebColor) const {
-  const auto channel = [&](std::size_t position) { return ChannelFromHexadecimal(ChannelPair(WebColor, position)); };
-  return ColorValue({channel(1), channel(3), channel(5)});
-}
-
-OleColor Root::AppWorkspaceColor() const {
-  return Procedure(*this, "AppWorkspaceColor").Run([&]() -> OleColor {
-    if (QBIDEOptions()->ToolbarStyle() != ToolbarStyleOffice2003) return SystemColor::ApplicationWorkspace;
-    constexpr int weight = 128;
-    return ColorValue(BlendColors(TranslateColor(SystemColor::ApplicationWorkspace).value(),
-                                  TranslateColor(kDockingBarColor).value(), weight));
-  });
-}
-
-std::int32_t Root::AutoMsgBox(std::string_view Prompt, std::int32_t Buttons, std::string_view Title,
-                              std::string_view MessageName, std::string_view CheckBoxCaption) const {
-  return Procedure(*this, "AutoMsgBox",
-                   [&](auto& p) {
-                     p("Prompt", Prompt);
-                     p("Buttons", Buttons);
-                     p("Title", Title);
-                     p("MessageName", MessageName);
-                     p("CheckBoxCaption", CheckBoxCaption);
-                   })
-      .Run([&] { return AutoMessages::MsgBox(Prompt, Buttons, Title, MessageName, CheckBoxCaption); });
 }
 
 const TypeInfo& Root::StaticType() {

@@ -1,18 +1,18 @@
 #include "quillbook/platform/LinuxDesktop.h"
 
-#include <fcntl.h>
 #include <pwd.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstdlib>
-#include <map>
-#include <mutex>
 #include <optional>
-#include <vector>
 
+#include "platform/ClipboardContent.h"
+#include "platform/ClipboardFormats.h"
+#include "platform/ClipboardPrograms.h"
+#include "platform/KeyFile.h"
+#include "platform/Programs.h"
 #include "quillbook/base/Failure.h"
 #include "quillbook/base/Text.h"
 #include "quillbook/platform/Platform.h"
@@ -69,55 +69,17 @@ std::string DocumentsFolder() {
   return files.GetStatus(usual).isDirectory ? usual : LinuxDesktop::HomeFolder();
 }
 
-std::string FindProgram(const std::string& name) {
-  if (name.find('/') != std::string::npos) return ::access(name.c_str(), X_OK) == 0 ? name : "";
-  const auto folders = Environment("PATH");
-  for (const auto folder : Split(folders, ':')) {
-    auto path = std::string(folder) + "/" + name;
-    if (!folder.empty() && ::access(path.c_str(), X_OK) == 0) return path;
+/// The locale name and those that are less particular: language, region and modifier fall away.
+void AppendLanguage(std::vector<std::string>& languages, std::string_view name) {
+  const auto at = std::min(name.find('@'), name.size());
+  const auto modifier = std::string(name.substr(at));
+  const auto place = name.substr(0, std::min(name.find('.'), at));
+  const auto language = place.substr(0, place.find('_'));
+  if (language.empty()) return;
+  for (const auto base : {place, language}) {
+    if (!modifier.empty()) languages.push_back(std::string(base) + modifier);
+    if (languages.empty() || languages.back() != base) languages.emplace_back(base);
   }
-  return {};
-}
-
-std::vector<std::string> SplitCommandLine(std::string_view line) {
-  std::vector<std::string> parameters;
-  bool quoted = false;
-  bool inside = false;
-  for (const char c : line) {
-    if (c == ' ' && !quoted) {
-      inside = false;
-      continue;
-    }
-    if (!inside) parameters.emplace_back();
-    inside = true;
-    if (c == '"')
-      quoted = !quoted;
-    else
-      parameters.back() += c;
-  }
-  return parameters;
-}
-
-/// Starts a program that this process needn't wait for: its parent ends at once, so that the system takes it over.
-bool StartDetached(const std::string& program, const std::vector<std::string>& parameters) {
-  std::vector<const char*> arguments{program.c_str()};
-  for (const auto& parameter : parameters) arguments.push_back(parameter.c_str());
-  arguments.push_back(nullptr);
-  const auto child = ::fork();
-  if (child < 0) return false;
-  if (child == 0) {
-    const auto grandchild = ::fork();
-    if (grandchild != 0) ::_exit(grandchild < 0 ? 1 : 0);
-    ::setsid();
-    const int nothing = ::open("/dev/null", O_RDWR);
-    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::dup2(nothing, standard);
-    ::execv(program.c_str(), const_cast<char* const*>(arguments.data()));  // execv promises not to change them
-    ::_exit(1);
-  }
-  int status = 0;
-  while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
-  }
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 }  // namespace
@@ -138,6 +100,34 @@ std::string LinuxDesktop::SpecialFolder(int Id) const {
   return Id == Desktop::DocumentsFolder ? quillbook::DocumentsFolder() : std::string();
 }
 
+std::vector<std::string> LinuxDesktop::DataFolders() const {
+  const auto own = Environment("XDG_DATA_HOME");
+  std::vector<std::string> folders{own.starts_with('/') ? WithoutSlash(own) : HomeFolder() + "/.local/share"};
+  const auto shared = Environment("XDG_DATA_DIRS");
+  for (const auto folder : Split(shared.empty() ? "/usr/local/share:/usr/share" : std::string_view(shared), ':'))
+    if (folder.starts_with('/')) folders.push_back(WithoutSlash(std::string(folder)));
+  return folders;
+}
+
+std::vector<std::string> LinuxDesktop::Languages() const {
+  std::string locale;
+  for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
+    if (locale.empty()) locale = Environment(variable);
+  if (locale.empty() || locale == "POSIX" || locale.substr(0, locale.find('.')) == "C") return {};
+  const auto listed = Environment("LANGUAGE");
+  std::vector<std::string> languages;
+  for (const auto name : Split(listed.empty() ? locale : listed, ':')) AppendLanguage(languages, name);
+  return languages;
+}
+
+std::string LinuxDesktop::IconTheme() const {
+  for (const char* toolkit : {"/gtk-4.0", "/gtk-3.0"}) {
+    const auto settings = detail::KeyFile::Read(ConfigurationFolder() + toolkit + "/settings.ini");
+    if (auto theme = settings.Value("Settings", "gtk-icon-theme-name"); !theme.empty()) return theme;
+  }
+  return detail::KeyFile::Read(ConfigurationFolder() + "/kdeglobals").Value("Icons", "Theme");
+}
+
 std::string LinuxDesktop::UserName() const {
   const auto account = CurrentAccount();
   return account.name.empty() ? Environment("USER") : account.name;
@@ -149,24 +139,33 @@ std::string LinuxDesktop::TemporaryFolder() const {
 }
 
 int LinuxDesktop::OpenWithViewer(const std::string& target) {
-  const auto program = FindProgram(mOpener);
+  const auto program = detail::FindProgram(mOpener);
   if (program.empty()) return NoViewer;
   // A name that begins with "-" would be taken for an option.
-  const bool started = StartDetached(program, {target.starts_with('-') ? "./" + target : target});
+  const bool started = detail::StartDetached(program, {target.starts_with('-') ? "./" + target : target});
   return started ? Opened : NoViewer;
 }
 
 int LinuxDesktop::StartProgram(const std::string& program, const std::string& parameters) {
-  const auto path = FindProgram(program);
-  return !path.empty() && StartDetached(path, SplitCommandLine(parameters)) ? Opened : NoViewer;
+  const auto path = detail::FindProgram(program);
+  return !path.empty() && detail::StartDetached(path, detail::SplitCommandLine(parameters)) ? Opened : NoViewer;
 }
 
 int LinuxDesktop::RegisterClipboardFormat(std::string_view Name) {
-  constexpr int firstNumber = 0xC000;  // where registered formats begin
-  static std::mutex mutex;
-  static std::map<std::string, int> numbers;
-  const std::lock_guard guard(mutex);
-  return numbers.try_emplace(FoldCase(Name), firstNumber + static_cast<int>(numbers.size())).first->second;
+  return detail::ClipboardFormatNumber(Name);
+}
+
+std::string LinuxDesktop::ClipboardFormatName(int Number) const {
+  return detail::ClipboardFormatName(Number);
+}
+
+bool LinuxDesktop::SetClipboard(const ClipboardContent& content) {
+  return detail::CopyToClipboard(std::string(detail::ClipboardMimeType), detail::EncodeClipboard(content), mPatience);
+}
+
+ClipboardContent LinuxDesktop::GetClipboard() {
+  const auto bytes = detail::PasteFromClipboard(std::string(detail::ClipboardMimeType), mPatience);
+  return bytes ? detail::DecodeClipboard(*bytes) : ClipboardContent();
 }
 
 }  // namespace quillbook

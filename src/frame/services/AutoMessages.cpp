@@ -13,6 +13,11 @@ namespace {
 
 constexpr std::string_view messagesKey = "Software\\Corvane\\Quillbook2\\AutoMessages";
 
+/// Who cancels wants to think again. Kept, that answer would take the operation away for good, without a word.
+bool CanBeRemembered(int answer) noexcept {
+  return answer != MessageBox::Cancel;
+}
+
 /// The answer kept under a name; 0 if there is none.
 int RememberedAnswer(std::string_view messageName) {
   const auto text = RegistryHelper::GetValue(RegistryHelper::CurrentUser, messagesKey, messageName);
@@ -32,10 +37,11 @@ void Remember(std::string_view messageName, int answer) {
 
 int AutoMessages::MsgBox(std::string_view Prompt, int Buttons, std::string_view Title, std::string_view MessageName,
                          std::string_view CheckBoxCaption) {
-  if (const int answer = RememberedAnswer(MessageName); MessageBox::Offers(Buttons, answer)) return answer;
+  const int remembered = RememberedAnswer(MessageName);
+  if (CanBeRemembered(remembered) && MessageBox::Offers(Buttons, remembered)) return remembered;
   bool checked = false;
   const int answer = Platform::Current().Messages().ShowWithCheckBox(Prompt, Buttons, Title, CheckBoxCaption, checked);
-  if (checked) Remember(MessageName, answer);
+  if (checked && CanBeRemembered(answer)) Remember(MessageName, answer);
   return answer;
 }
 

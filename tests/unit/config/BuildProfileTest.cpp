@@ -5,12 +5,12 @@
 #include "quillbook/config/ProjectProperties.h"
 #include "quillbook/frame/services/FileSystemObject.h"
 #include "quillbook/generation/BuildResult.h"
-#include "quillbook/platform/Desktop.h"
 #include "quillbook/structure/QBNodes.h"
 #include "quillbook/topics/Topic.h"
 #include "quillbook/topics/Topics.h"
 #include "support/ProjectLog.h"
 #include "support/ProjectTest.h"
+#include "support/RecordingDesktop.h"
 #include "support/TemporaryFolder.h"
 
 namespace quillbook {
@@ -239,25 +239,6 @@ TEST_F(BuildProfileTest, Summary_NamesTheOutput) {
 
 // Showing the help file.
 
-class RecordingDesktop final : public Desktop {
- public:
-  [[nodiscard]] std::string SpecialFolder(int) const override { return {}; }
-  [[nodiscard]] std::string UserName() const override { return "user"; }
-  [[nodiscard]] std::string TemporaryFolder() const override { return "/tmp"; }
-  int OpenWithViewer(const std::string& target) override {
-    asked = target;
-    return result;
-  }
-  int StartProgram(const std::string& program, const std::string& parameters) override {
-    asked = program + " " + parameters;
-    return result;
-  }
-  [[nodiscard]] int RegisterClipboardFormat(std::string_view) override { return 0; }
-
-  int result = Opened;
-  std::string asked;
-};
-
 class ShowHelpFileTest : public BuildProfileTest {
  protected:
   void SetUp() override {
@@ -265,7 +246,7 @@ class ShowHelpFileTest : public BuildProfileTest {
     folder.Write("a.chm", "");
     profile->SetHelpFileName(folder.Stored("a.chm"));
   }
-  std::shared_ptr<RecordingDesktop> desktop = std::make_shared<RecordingDesktop>();
+  std::shared_ptr<support::RecordingDesktop> desktop = std::make_shared<support::RecordingDesktop>();
   PlatformOverride<Desktop> session{desktop};
 };
 

@@ -43,8 +43,9 @@ class BeforeDeleteTopicTest : public support::ProjectTest {
     node->SetTopicID(topic->Key);
     return node;
   }
-  void Call(std::deque<int> answers) {
+  void Call(std::deque<int> answers, bool tickCheckBox = false) {
     box = std::make_shared<support::ScriptedMessageBox>(std::move(answers));
+    box->tickCheckBox = tickCheckBox;
     const PlatformOverride<MessageBox> scripted{std::shared_ptr<MessageBox>(box)};
     modMain::BeforeDeleteTopic(doomed, cancel, noPrompt);
   }
@@ -115,6 +116,33 @@ TEST_F(BeforeDeleteTopicTest, AsksNothing_WithoutNodes) {
   EXPECT_TRUE(box->shown.empty());
   EXPECT_FALSE(noPrompt);
   EXPECT_FALSE(cancel);
+}
+
+TEST_F(BeforeDeleteTopicTest, ARememberedYes_RemovesTheNodesWithoutAsking) {
+  modMain::SetAppValue("RemoveTOCEntries", "6", "AutoMessages");
+  Call({});
+  EXPECT_TRUE(box->shown.empty());
+  EXPECT_TRUE(noPrompt) << "the user was asked once and for all";
+  EXPECT_FALSE(cancel);
+  EXPECT_EQ(project->QBNodes->Count(), 1U);
+}
+
+TEST_F(BeforeDeleteTopicTest, ARememberedNo_KeepsTheNodesWithoutAsking) {
+  modMain::SetAppValue("RemoveTOCEntries", "7", "AutoMessages");
+  Call({});
+  EXPECT_TRUE(box->shown.empty());
+  EXPECT_TRUE(noPrompt);
+  EXPECT_EQ(outer->QBNodeType(), ntStandard);
+}
+
+TEST_F(BeforeDeleteTopicTest, ATickedAnswer_IsRemembered_ButCancelIsNot) {
+  Call({MessageBox::Cancel}, true);
+  EXPECT_TRUE(cancel);
+  EXPECT_EQ(modMain::GetAppValue("RemoveTOCEntries", "", "AutoMessages"), "");
+  cancel = false;
+  Call({MessageBox::No}, true);
+  EXPECT_EQ(box->shown.at(0).CheckBoxCaption, "Do this automatically next time");
+  EXPECT_EQ(modMain::GetAppValue("RemoveTOCEntries", "", "AutoMessages"), "7");
 }
 
 TEST_F(BeforeDeleteTopicTest, FailsForNoTopic) {

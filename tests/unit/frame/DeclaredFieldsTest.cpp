@@ -12,7 +12,9 @@
 #include "quillbook/config/BuildProfiles.h"
 #include "quillbook/config/ProjectProperties.h"
 #include "quillbook/config/QBIDEOptions.h"
+#include "quillbook/frame/DataObject.h"
 #include "quillbook/frame/FailureReporter.h"
+#include "quillbook/frame/Picture.h"
 #include "quillbook/frame/Root.h"
 #include "quillbook/frame/services/FileSystemObject.h"
 #include "quillbook/frame/services/XMLDocument.h"
@@ -88,6 +90,8 @@ std::vector<ClassFields> AllClasses() {
       Of<SortedCollection>("Sorted"),
       {&XMLDocumentType(), "", nullptr},
       // Library frame.
+      Of<DataObject>(""),
+      Of<Picture>(""),
       Of<Root>(""),
       // Project.
       Of<QBProject>("Filename VariableValues Topics TopicCategories OtherFiles BuildProfiles Tasks "

@@ -75,6 +75,31 @@ TEST_F(RootTest, ReadsColorsOfTheWeb) {
     EXPECT_EQ(root->WebHexToColor(root->ColorToWebHex(color)), color);
   EXPECT_EQ(root->WebHexToColor("xFF"), 0x0000FF) << "missing parts are 0, and the first character doesn't matter";
   EXPECT_EQ(root->WebHexToColor(""), 0);
+  EXPECT_EQ(root->WebHexToColor("#"), 0);
+}
+
+TEST_F(RootTest, EveryPlainColorComesBackFromTheWeb) {
+  for (OleColor color = 0; color <= 0xFFFFFF; color += 251)
+    ASSERT_EQ(root->WebHexToColor(root->ColorToWebHex(color)), color);
+  EXPECT_EQ(root->WebHexToColor(root->ColorToWebHex(0xFFFFFF)), 0xFFFFFF);
+}
+
+TEST_F(RootTest, ReadsOddColorsOfTheWebAsFarAsTheyGo) {
+  EXPECT_EQ(root->WebHexToColor("#F"), 0x00000F) << "one digit is a number too";
+  EXPECT_EQ(root->WebHexToColor("#FF0"), 0x0000FF);
+  EXPECT_EQ(root->WebHexToColor("#ff8000"), 0x0080FF);
+  EXPECT_EQ(root->WebHexToColor("#ZZ1Z-1"), 0x000100) << "what is no digit ends a channel";
+  EXPECT_EQ(root->WebHexToColor("\u20ACFF8000"), 0x0080FF) << "characters count, not bytes";
+  EXPECT_EQ(root->WebHexToColor("#\u20AC\u20ACFF00"), 0x00FF00);
+  EXPECT_EQ(root->WebHexToColor("#FF8000 and more"), 0x0080FF);
+}
+
+TEST_F(RootTest, ResolvesEverySystemColorButNoOtherNumber) {
+  for (std::uint32_t number = 0; number <= 30; ++number)
+    EXPECT_EQ(root->ColorToVBHex(static_cast<OleColor>(0x80000000U + number)).size(), 11U) << number;
+  EXPECT_EQ(root->ColorToWebHex(static_cast<OleColor>(0x8000001AU)), "#000080");
+  EXPECT_EQ(root->ColorToWebHex(static_cast<OleColor>(0x8000001FU)), "#000000") << "there is no such colour";
+  EXPECT_EQ(root->ColorToVBHex(static_cast<OleColor>(0x8123ABCDU)), "&H8000ABCD&") << "the low word counts alone";
 }
 
 TEST_F(RootTest, BlendsTheWorkspaceColorForOneToolbarStyleOnly) {

@@ -66,6 +66,64 @@ TEST(LinuxDesktop, TemporaryFolderFollowsTheEnvironment) {
   EXPECT_EQ(LinuxDesktop().TemporaryFolder(), "/tmp");
 }
 
+TEST(LinuxDesktop, DataFoldersFollowTheEnvironment_TheUsersOwnFirst) {
+  const EnvironmentOverride own("XDG_DATA_HOME", "/own/");
+  const EnvironmentOverride shared("XDG_DATA_DIRS", "/a:relative::/b/");
+  EXPECT_EQ(LinuxDesktop().DataFolders(), (std::vector<std::string>{"/own", "/a", "/b"}));
+}
+
+TEST(LinuxDesktop, DataFoldersHaveUsualPlaces) {
+  const EnvironmentOverride home("HOME", "/home/ann");
+  const EnvironmentOverride own("XDG_DATA_HOME", "relative");
+  const EnvironmentOverride shared("XDG_DATA_DIRS", "");
+  EXPECT_EQ(LinuxDesktop().DataFolders(),
+            (std::vector<std::string>{"/home/ann/.local/share", "/usr/local/share", "/usr/share"}));
+}
+
+class DesktopLanguages : public testing::Test {
+ protected:
+  using Names = std::vector<std::string>;
+  Names Languages() const { return LinuxDesktop().Languages(); }
+
+  EnvironmentOverride mList{"LANGUAGE", std::nullopt};
+  EnvironmentOverride mAll{"LC_ALL", std::nullopt};
+  EnvironmentOverride mMessages{"LC_MESSAGES", std::nullopt};
+  EnvironmentOverride mLang{"LANG", "de_CH.UTF-8"};
+};
+
+TEST_F(DesktopLanguages, GoFromTheMostParticularToTheLanguage) {
+  EXPECT_EQ(Languages(), (Names{"de_CH", "de"}));
+  const EnvironmentOverride messages("LC_MESSAGES", "sr_RS.UTF-8@latin");
+  EXPECT_EQ(Languages(), (Names{"sr_RS@latin", "sr_RS", "sr@latin", "sr"}));
+  const EnvironmentOverride all("LC_ALL", "fr");
+  EXPECT_EQ(Languages(), Names{"fr"});
+}
+
+TEST_F(DesktopLanguages, ListGoesBeforeTheLocale) {
+  const EnvironmentOverride list("LANGUAGE", "pt_BR::en:fr");
+  EXPECT_EQ(Languages(), (Names{"pt_BR", "pt", "en", "fr"}));
+}
+
+TEST_F(DesktopLanguages, AreNone_WithoutALocale) {
+  const EnvironmentOverride list("LANGUAGE", "fr");
+  for (const char* none : {"C", "C.UTF-8", "POSIX", ""}) {
+    const EnvironmentOverride lang("LANG", none);
+    EXPECT_EQ(Languages(), Names{}) << none;
+  }
+}
+
+TEST(LinuxDesktop, IconThemeComesFromTheSettingsOfAToolkit) {
+  const support::TemporaryFolder folder;
+  const EnvironmentOverride configuration("XDG_CONFIG_HOME", folder.Path());
+  EXPECT_EQ(LinuxDesktop().IconTheme(), "");
+  folder.Write("kdeglobals", "[General]\nTheme=no\n[Icons]\nTheme=breeze\n");
+  EXPECT_EQ(LinuxDesktop().IconTheme(), "breeze");
+  folder.Write("gtk-3.0/settings.ini", "[Settings]\ngtk-icon-theme-name = Papirus\n");
+  EXPECT_EQ(LinuxDesktop().IconTheme(), "Papirus");
+  folder.Write("gtk-4.0/settings.ini", "[Settings]\ngtk-theme-name=Other\n");
+  EXPECT_EQ(LinuxDesktop().IconTheme(), "Papirus") << "the newer file doesn't name one";
+}
+
 TEST(LinuxDesktop, OpenWithViewer_WithoutOpenerIsNoViewer) {
   EXPECT_EQ(LinuxDesktop("no-such-program-here").OpenWithViewer("a.chm"), Desktop::NoViewer);
   EXPECT_EQ(LinuxDesktop("/no/such/program").OpenWithViewer("a.chm"), 31);
@@ -95,15 +153,6 @@ TEST(LinuxDesktop, StartProgram_SplitsItsParameters) {
   EXPECT_EQ(LinuxDesktop().StartProgram("program", "/helpcol  \"ms-help://My Help\" a\"b c\"d \"\""), Desktop::Opened);
   for (int i = 0; i < 500 && !folder.Has("seen"); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(10));
   EXPECT_EQ(folder.Read("seen"), "</helpcol><ms-help://My Help><ab cd><>");
-}
-
-TEST(LinuxDesktop, ClipboardFormatsHaveStableNumbers) {
-  LinuxDesktop desktop;
-  const int data = desktop.RegisterClipboardFormat("#Quillbook.Data#");
-  const int type = desktop.RegisterClipboardFormat("#Quillbook.Type#");
-  EXPECT_NE(data, type);
-  EXPECT_GE(data, 0xC000);
-  EXPECT_EQ(LinuxDesktop().RegisterClipboardFormat("#QUILLBOOK.DATA#"), data);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "quillbook/base/Failure.h"
+#include "quillbook/platform/ConsoleMessageBox.h"
 #include "quillbook/platform/Platform.h"
 #include "support/MemoryRegistryStore.h"
 #include "support/ScriptedMessageBox.h"
@@ -49,12 +50,36 @@ TEST_F(AutoMessagesTest, TickedAnswer_ComesByItselfNextTime) {
 }
 
 TEST_F(AutoMessagesTest, RememberedAnswerThatDoesNotFit_IsAskedForAgain) {
-  for (const char* kept : {"1", "", "seven", "7x", "99999999999"}) {
+  for (const char* kept : {"1", "2", "", "seven", "7x", "99999999999"}) {
     mRegistry->SetValue(RegistryHive::CurrentUser, "Software\\Corvane\\Quillbook2\\AutoMessages", "RemoveTOCEntries",
                         kept);
     mBox->answers = {MessageBox::Yes};
     EXPECT_EQ(Ask(), MessageBox::Yes) << kept;
   }
+}
+
+TEST_F(AutoMessagesTest, TickedCancel_IsAskedForAgain) {
+  mBox->answers = {MessageBox::Cancel, MessageBox::Yes};
+  mBox->tickCheckBox = true;
+  EXPECT_EQ(Ask(), MessageBox::Cancel);
+  EXPECT_EQ(Remembered(), std::nullopt);
+  EXPECT_EQ(Ask(), MessageBox::Yes);
+  EXPECT_EQ(Remembered(), "6");
+}
+
+TEST_F(AutoMessagesTest, EachMessageIsRememberedByItself_WhateverTheCaseOfItsName) {
+  mBox->answers = {MessageBox::Yes, MessageBox::No};
+  mBox->tickCheckBox = true;
+  EXPECT_EQ(Ask(), MessageBox::Yes);
+  EXPECT_EQ(AutoMessages::MsgBox("Other", yesNoCancel, "", "Other", "Always"), MessageBox::No);
+  EXPECT_EQ(AutoMessages::MsgBox("Other", yesNoCancel, "", "removetocentries", "Always"), MessageBox::Yes);
+}
+
+TEST_F(AutoMessagesTest, WithoutAnybodyToAnswer_TheSafeAnswerCounts) {
+  const PlatformOverride<MessageBox> nobody(std::make_shared<ConsoleMessageBox>(-1, -1, false));
+  EXPECT_EQ(Ask(), MessageBox::Cancel);
+  EXPECT_EQ(Ask(MessageBox::YesNo), MessageBox::No);
+  EXPECT_EQ(Remembered(), std::nullopt);
 }
 
 /// A registry that can't be written.
