@@ -24,7 +24,8 @@ struct LanguageCodePage {
 };
 
 // Languages by the lower ten bits of the id, for all regions that the table below doesn't name. What is in neither
-// writes Latin letters of Western Europe.
+// writes Latin letters of Western Europe. The numbers are those of Windows' own table of locales, 0 where it has none;
+// Kazakh keeps the one that it had while help was compiled.
 constexpr LanguageCodePage PrimaryLanguages[] = {
     {0x01, 1256},  // Arabic
     {0x02, 1251},  // Bulgarian
@@ -56,9 +57,13 @@ constexpr LanguageCodePage PrimaryLanguages[] = {
     {0x2B, 0},     // Armenian
     {0x2C, 1254},  // Azerbaijani in Latin letters
     {0x2F, 1251},  // Macedonian
+    {0x30, 0},     // Southern Sotho
+    {0x31, 0},     // Tsonga
+    {0x33, 0},     // Venda
     {0x37, 0},     // Georgian
     {0x39, 0},     // Hindi
     {0x3A, 0},     // Maltese
+    {0x3D, 0},     // Yiddish
     {0x3F, 1251},  // Kazakh
     {0x40, 1251},  // Kyrgyz
     {0x42, 1250},  // Turkmen
@@ -81,13 +86,20 @@ constexpr LanguageCodePage PrimaryLanguages[] = {
     {0x54, 0},     // Lao
     {0x55, 0},     // Burmese
     {0x57, 0},     // Konkani
+    {0x58, 0},     // Manipuri
+    {0x59, 1256},  // Sindhi in Arabic letters
     {0x5A, 0},     // Syriac
     {0x5B, 0},     // Sinhala
+    {0x5C, 0},     // Cherokee
     {0x5E, 0},     // Amharic
+    {0x60, 0},     // Kashmiri
     {0x61, 0},     // Nepali
     {0x63, 0},     // Pashto
     {0x65, 0},     // Divehi
     {0x6D, 1251},  // Bashkir
+    {0x72, 0},     // Oromo
+    {0x73, 0},     // Tigrinya
+    {0x77, 0},     // Somali
     {0x78, 0},     // Yi
     {0x80, 1256},  // Uyghur
     {0x81, 0},     // Maori
@@ -98,17 +110,42 @@ constexpr LanguageCodePage PrimaryLanguages[] = {
 
 // Whole ids that differ from their language.
 constexpr LanguageCodePage Regions[] = {
-    {0x0404, 950},                                   // Chinese (Taiwan)
-    {0x0846, 1256},                                  // Punjabi (Pakistan)
-    {0x0850, 0},                                     // Mongolian in traditional letters
-    {0x0C04, 950},                                   // Chinese (Hong Kong)
-    {0x7C04, 950},                                   // Chinese, traditional
-    {0x0C1A, 1251},                                  // Serbian in Cyrillic letters, as the following three
-    {0x1404, 950},                                   // Chinese (Macao)
-    {0x1C1A, 1251}, {0x201A, 1251},                  // Bosnian in Cyrillic letters
-    {0x281A, 1251}, {0x301A, 1251}, {0x082C, 1251},  // Azerbaijani in Cyrillic letters
-    {0x0843, 1251},                                  // Uzbek in Cyrillic letters
-    {0x0859, 1256},                                  // Sindhi (Pakistan)
+    // Chinese, traditional: Taiwan, Hong Kong, Macao, no region
+    {0x0404, 950},
+    {0x0C04, 950},
+    {0x1404, 950},
+    {0x7C04, 950},
+    // Serbian in Cyrillic letters
+    {0x0C1A, 1251},
+    {0x1C1A, 1251},
+    {0x281A, 1251},
+    {0x301A, 1251},
+    {0x6C1A, 1251},
+    // Bosnian in Cyrillic letters
+    {0x201A, 1251},
+    {0x641A, 1251},
+    // Azerbaijani in Cyrillic letters
+    {0x082C, 1251},
+    {0x742C, 1251},
+    // Uzbek in Cyrillic letters
+    {0x0843, 1251},
+    {0x7843, 1251},
+    // Punjabi in Arabic letters
+    {0x0846, 1256},
+    {0x7C46, 1256},
+    // Mongolian in traditional letters: China, Mongolia, no region
+    {0x0850, 0},
+    {0x0C50, 0},
+    {0x7C50, 0},
+    // Sindhi in Devanagari
+    {0x0459, 0},
+    // Inuktitut in syllabics
+    {0x045D, 0},
+    {0x785D, 0},
+    // Tamazight in Arabic letters, in Tifinagh
+    {0x045F, 1256},
+    {0x105F, 0},
+    {0x785F, 0},
 };
 
 const LanguageCodePage* Find(const LanguageCodePage* first, const LanguageCodePage* last, int language) {
@@ -133,6 +170,8 @@ NameBuffer LocaleTag(std::int32_t id) {
   uloc_getLocaleForLCID(static_cast<std::uint32_t>(id), whole.data(), static_cast<std::int32_t>(whole.size()), &status);
   uloc_getBaseName(whole.data(), tag.data(), static_cast<std::int32_t>(tag.size()), &status);
   if (U_FAILURE(status) || std::string_view(tag.data()) == "root") return {};
+  // Withdrawn for "quc", the same language; only that one has a name.
+  if (std::string_view(tag.data()).starts_with("qut")) tag[2] = 'c';
   return tag;
 }
 
