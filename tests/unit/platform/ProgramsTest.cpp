@@ -58,7 +58,7 @@ TEST_F(ProgramsTest, RunProgram_IsNothing_WhenTheProgramFails) {
 TEST_F(ProgramsTest, RunProgram_EndsWhatTakesTooLong_WithItsChildren) {
   const auto program =
       Script("sleep 600 & echo $! > '" + (mFolder / "child") + "'; echo $$ > '" + (mFolder / "self") + "'; wait");
-  EXPECT_EQ(RunProgram(program, {}, "", milliseconds(500)), std::nullopt);
+  EXPECT_EQ(RunProgram(program, {}, "", milliseconds(3'000)), std::nullopt);
   EXPECT_TRUE(HasEnded("self"));
   EXPECT_TRUE(HasEnded("child"));
 }
