@@ -1,7 +1,4 @@
 // Loading, saving and looking up, each beside what it is measured against.
-#include <benchmark/benchmark.h>
-
-#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <pugixml.hpp>
@@ -11,6 +8,7 @@
 #include <vector>
 
 #include "bench/Corpus.h"
+#include "bench/Measure.h"
 #include "quillbook/frame/services/FileSystemObject.h"
 #include "quillbook/platform/LinuxFileStore.h"
 #include "quillbook/platform/Platform.h"
@@ -21,15 +19,7 @@
 namespace quillbook {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-/// Sets the time of one round.
-template <class Work>
-void Measure(benchmark::State& state, Work&& work) {
-  const auto start = Clock::now();
-  work();
-  state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
-}
+using bench::Measure;
 
 void NoteSize(benchmark::State& state, const std::filesystem::path& path) {
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(std::filesystem::file_size(path)));
