@@ -1,5 +1,6 @@
 #include "quillbook/config/BuildProfile.h"
 
+#include "frame/Assign.h"
 #include "quillbook/base/CodePage.h"
 #include "quillbook/base/Locale.h"
 #include "quillbook/base/Text.h"
@@ -54,41 +55,32 @@ void BuildProfile::Changed() {
 
 // Settings.
 
-template <class Field, class Value>
-void BuildProfile::Assign(Field& field, Value value, std::string_view name) {
-  Procedure(*this, name, [&](auto& p) { p("RHS", value); }).Run([&] {
-    if (value == field) return;
-    field = value;
-    Changed();
-  });
-}
-
 void BuildProfile::SetName(std::string_view value) {
-  Assign(mName, value, "Name");
+  Assign(*this, mName, value, "Name", &BuildProfile::Changed);
 }
 void BuildProfile::SetCompileHelpFile(bool value) {
-  Assign(mCompileHelpFile, value, "CompileHelpFile");
+  Assign(*this, mCompileHelpFile, value, "CompileHelpFile", &BuildProfile::Changed);
 }
 void BuildProfile::SetHTMLHelpVersion(std::int16_t value) {
-  Assign(mHTMLHelpVersion, value, "HTMLHelpVersion");
+  Assign(*this, mHTMLHelpVersion, value, "HTMLHelpVersion", &BuildProfile::Changed);
 }
 void BuildProfile::SetH2Namespace(std::string_view value) {
-  Assign(mH2Namespace, value, "H2Namespace");
+  Assign(*this, mH2Namespace, value, "H2Namespace", &BuildProfile::Changed);
 }
 void BuildProfile::SetH2FileID(std::string_view value) {
-  Assign(mH2FileID, value, "H2FileID");
+  Assign(*this, mH2FileID, value, "H2FileID", &BuildProfile::Changed);
 }
 void BuildProfile::SetProjectTitle(std::string_view value) {
-  Assign(mProjectTitle, value, "ProjectTitle");
+  Assign(*this, mProjectTitle, value, "ProjectTitle", &BuildProfile::Changed);
 }
 void BuildProfile::SetRemoveOutputFiles(bool value) {
-  Assign(mRemoveOutputFiles, value, "RemoveOutputFiles");
+  Assign(*this, mRemoveOutputFiles, value, "RemoveOutputFiles", &BuildProfile::Changed);
 }
 void BuildProfile::SetIncludeInBuild(bool value) {
-  Assign(mIncludeInBuild, value, "IncludeInBuild");
+  Assign(*this, mIncludeInBuild, value, "IncludeInBuild", &BuildProfile::Changed);
 }
 void BuildProfile::SetH2PlugIn(std::string_view value) {
-  Assign(mH2PlugIn, value, "H2PlugIn");
+  Assign(*this, mH2PlugIn, value, "H2PlugIn", &BuildProfile::Changed);
 }
 
 std::string BuildProfile::HelpFileName() const {

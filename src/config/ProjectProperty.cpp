@@ -1,5 +1,6 @@
 #include "quillbook/config/ProjectProperty.h"
 
+#include "frame/Assign.h"
 #include "quillbook/config/ProjectProperties.h"
 #include "quillbook/frame/Procedure.h"
 #include "quillbook/frame/modMain.h"
@@ -18,19 +19,11 @@ void ProjectProperty::SetPropertyName(std::string_view value) {
 }
 
 void ProjectProperty::SetPropertyType(ProjectPropertyTypeEnum value) {
-  Procedure(*this, "PropertyType", [&](auto& p) { p("RHS", value); }).Run([&] {
-    if (value == mPropertyType) return;
-    mPropertyType = value;
-    Changed();
-  });
+  Assign(*this, mPropertyType, value, "PropertyType", &ProjectProperty::Changed);
 }
 
 void ProjectProperty::SetPropertyValue(std::string_view value) {
-  Procedure(*this, "PropertyValue", [&](auto& p) { p("RHS", value); }).Run([&] {
-    if (value == mPropertyValue) return;
-    mPropertyValue = value;
-    Changed();
-  });
+  Assign(*this, mPropertyValue, value, "PropertyValue", &ProjectProperty::Changed);
 }
 
 Ref<quillbook::ProjectProperties> ProjectProperty::ProjectProperties() const {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "frame/Assign.h"
 #include "quillbook/base/Text.h"
 #include "quillbook/config/BuildProfiles.h"
 #include "quillbook/config/ProjectProperties.h"
@@ -64,21 +65,12 @@ void QBProject::Changed() {
   SetDirty(true);
 }
 
-template <class Field, class Value>
-void QBProject::Assign(Field& field, const Value& value, std::string_view property) {
-  if (field == value) return;
-  Procedure(*this, property, [&](auto& p) { p("RHS", value); }).Run([&] {
-    field = value;
-    Changed();
-  });
-}
-
 void QBProject::SetTitle(std::string_view RHS) {
-  Assign(mTitle, RHS, "Title");
+  Assign(*this, mTitle, RHS, "Title", &QBProject::Changed);
 }
 
 void QBProject::SetDictionaryFileName(std::string_view RHS) {
-  Assign(mDictionaryFileName, RHS, "DictionaryFileName");
+  Assign(*this, mDictionaryFileName, RHS, "DictionaryFileName", &QBProject::Changed);
 }
 
 void QBProject::SetTemplateName(std::string_view RHS) {
@@ -91,19 +83,19 @@ void QBProject::SetTemplateName(std::string_view RHS) {
 }
 
 void QBProject::SetSpellLastCheckDateTime(Date RHS) {
-  Assign(mSpellLastCheckDateTime, RHS, "SpellLastCheckDateTime");
+  Assign(*this, mSpellLastCheckDateTime, RHS, "SpellLastCheckDateTime", &QBProject::Changed);
 }
 
 void QBProject::SetAutoGenerateIndexEntries(bool RHS) {
-  Assign(mAutoGenerateIndexEntries, RHS, "AutoGenerateIndexEntries");
+  Assign(*this, mAutoGenerateIndexEntries, RHS, "AutoGenerateIndexEntries", &QBProject::Changed);
 }
 
 void QBProject::SetAutoGenerateCategoryIndex(bool RHS) {
-  Assign(mAutoGenerateCategoryIndex, RHS, "AutoGenerateCategoryIndex");
+  Assign(*this, mAutoGenerateCategoryIndex, RHS, "AutoGenerateCategoryIndex", &QBProject::Changed);
 }
 
 void QBProject::SetBuildMVProject(bool RHS) {
-  Assign(mBuildMVProject, RHS, "BuildMVProject");
+  Assign(*this, mBuildMVProject, RHS, "BuildMVProject", &QBProject::Changed);
 }
 
 std::string QBProject::StoredPath(const Ref<FileSystemObject>& target) const {
@@ -130,7 +122,7 @@ void QBProject::SetOutputDirectory(std::string_view RHS) {
       directory->SetPath(RHS);
       stored = StoredPath(directory);
     }
-    Assign(mOutputDirectory, stored, "OutputDirectory");
+    Assign(*this, mOutputDirectory, stored, "OutputDirectory", &QBProject::Changed);
   });
 }
 
@@ -143,7 +135,8 @@ std::string QBProject::MVPFileName() const {
 void QBProject::SetMVPFileName(std::string_view RHS) {
   Procedure(*this, "MVPFileName", [&](auto& p) { p("RHS", RHS); }).Run([&] {
     const bool none = RHS.empty() || RHS == NoMVPFileName;
-    Assign(mMVPFileName, none ? std::string() : StoredPath(New<FileSystemObject>(RHS)), "MVPFileName");
+    Assign(*this, mMVPFileName, none ? std::string() : StoredPath(New<FileSystemObject>(RHS)), "MVPFileName",
+           &QBProject::Changed);
   });
 }
 
@@ -153,7 +146,7 @@ Ref<Topic> QBProject::DefaultTopic() const {
 }
 
 void QBProject::SetDefaultTopic(const Ref<Topic>& RHS) {
-  Assign(mDefaultTopicID, RHS ? RHS->Key : std::string(), "DefaultTopic");
+  Assign(*this, mDefaultTopicID, RHS ? RHS->Key : std::string(), "DefaultTopic", &QBProject::Changed);
 }
 
 const Ref<quillbook::GlossaryItems>& QBProject::GlossaryItems() {

@@ -1,5 +1,6 @@
 #include "quillbook/structure/GlossaryItem.h"
 
+#include "frame/Assign.h"
 #include "quillbook/frame/Procedure.h"
 #include "quillbook/frame/services/XMLDocument.h"
 #include "quillbook/project/QBProject.h"
@@ -15,11 +16,7 @@ void GlossaryItem::SetTerm(std::string_view value) {
 }
 
 void GlossaryItem::SetDefinition(std::string_view value) {
-  Procedure(*this, "Definition", [&](auto& p) { p("RHS", value); }).Run([&] {
-    if (value == mDefinition) return;
-    mDefinition = value;
-    Changed();
-  });
+  Assign(*this, mDefinition, value, "Definition", &GlossaryItem::Changed);
 }
 
 Ref<quillbook::QBProject> GlossaryItem::QBProject() const {

@@ -1,5 +1,6 @@
 #include "quillbook/structure/QBNode.h"
 
+#include "frame/Assign.h"
 #include "quillbook/base/Text.h"
 #include "quillbook/frame/Procedure.h"
 #include "quillbook/frame/services/XMLDocument.h"
@@ -53,27 +54,15 @@ void QBNode::SetCaptionType(QBNodeCaptionTypeEnum value) {
 }
 
 void QBNode::SetCaptionText(std::string_view value) {
-  Procedure(*this, "CaptionText", [&](auto& p) { p("RHS", value); }).Run([&] {
-    if (value == mCaptionText) return;
-    mCaptionText = value;
-    Changed();
-  });
+  Assign(*this, mCaptionText, value, "CaptionText", &QBNode::Changed);
 }
 
 void QBNode::SetIcon(std::int32_t value) {
-  Procedure(*this, "Icon", [&](auto& p) { p("RHS", value); }).Run([&] {
-    if (value == mIcon) return;
-    mIcon = value;
-    Changed();
-  });
+  Assign(*this, mIcon, value, "Icon", &QBNode::Changed);
 }
 
 void QBNode::SetSubContentsFileName(std::string_view value) {
-  Procedure(*this, "SubContentsFileName", [&](auto& p) { p("RHS", value); }).Run([&] {
-    if (value == mSubContentsFileName) return;
-    mSubContentsFileName = value;
-    Changed();
-  });
+  Assign(*this, mSubContentsFileName, value, "SubContentsFileName", &QBNode::Changed);
 }
 
 void QBNode::SetStandardURL(std::string_view value) {

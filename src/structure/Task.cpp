@@ -1,5 +1,6 @@
 #include "quillbook/structure/Task.h"
 
+#include "frame/Assign.h"
 #include "quillbook/base/Text.h"
 #include "quillbook/frame/Procedure.h"
 #include "quillbook/frame/services/TextHelper.h"
@@ -53,43 +54,34 @@ void Task::SetQBProject(const Ref<quillbook::QBProject>& value) {
 }
 
 void Task::SetPriority(std::string_view value) {
-  Assign(mPriority, value, "Priority");
+  Assign(*this, mPriority, value, "Priority", &Task::Changed);
 }
 void Task::SetTitle(std::string_view value) {
-  Assign(mTitle, value, "Title");
+  Assign(*this, mTitle, value, "Title", &Task::Changed);
 }
 void Task::SetNotes(std::string_view value) {
-  Assign(mNotes, value, "Notes");
+  Assign(*this, mNotes, value, "Notes", &Task::Changed);
 }
 void Task::SetAssignedTo(std::string_view value) {
-  Assign(mAssignedTo, value, "AssignedTo");
+  Assign(*this, mAssignedTo, value, "AssignedTo", &Task::Changed);
 }
 void Task::SetTopicID(std::string_view value) {
-  Assign(mTopicID, value, "TopicID");
+  Assign(*this, mTopicID, value, "TopicID", &Task::Changed);
 }
 void Task::SetStatus(std::string_view value) {
-  Assign(mStatus, value, "Status");
+  Assign(*this, mStatus, value, "Status", &Task::Changed);
 }
 void Task::SetCreatedOn(Date value) {
-  Assign(mCreatedOn, value, "CreatedOn");
+  Assign(*this, mCreatedOn, value, "CreatedOn", &Task::Changed);
 }
 void Task::SetCreatedBy(std::string_view value) {
-  Assign(mCreatedBy, value, "CreatedBy");
+  Assign(*this, mCreatedBy, value, "CreatedBy", &Task::Changed);
 }
 void Task::SetModifiedOn(Date value) {
-  Assign(mModifiedOn, value, "ModifiedOn");
+  Assign(*this, mModifiedOn, value, "ModifiedOn", &Task::Changed);
 }
 void Task::SetModifiedBy(std::string_view value) {
-  Assign(mModifiedBy, value, "ModifiedBy");
-}
-
-template <class Field, class Value>
-void Task::Assign(Field& field, Value value, std::string_view name) {
-  Procedure(*this, name, [&](auto& p) { p("RHS", value); }).Run([&] {
-    if (value == field) return;
-    field = value;
-    Changed();
-  });
+  Assign(*this, mModifiedBy, value, "ModifiedBy", &Task::Changed);
 }
 
 Ref<quillbook::Topic> Task::Topic() const {

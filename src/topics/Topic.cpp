@@ -1,5 +1,6 @@
 #include "quillbook/topics/Topic.h"
 
+#include "frame/Assign.h"
 #include "quillbook/frame/Procedure.h"
 #include "quillbook/frame/modMain.h"
 #include "quillbook/frame/services/FileSystemObject.h"
@@ -75,11 +76,7 @@ const Ref<TopicLinks>& Topic::TopicLinks() const {
 
 template <class Stored, class Value>
 void Topic::Assign(Stored& field, const Value& value, std::string_view property) {
-  Procedure(*this, property, [&](auto& p) { p("RHS", value); }).Run([&] {
-    if (field == value) return;
-    field = value;
-    Changed(true);
-  });
+  quillbook::Assign(*this, field, value, property, [](Topic& topic) { topic.Changed(true); });
 }
 
 void Topic::SetAllScripts(bool RHS) {

@@ -1,5 +1,6 @@
 #include "quillbook/topics/TopicCategory.h"
 
+#include "frame/Assign.h"
 #include "quillbook/base/Text.h"
 #include "quillbook/frame/Procedure.h"
 #include "quillbook/frame/services/XMLElement.h"
@@ -9,19 +10,11 @@
 namespace quillbook {
 
 void TopicCategory::SetAutoIndexEntries(bool RHS) {
-  Procedure(*this, "AutoIndexEntries", [&](auto& p) { p("RHS", RHS); }).Run([&] {
-    if (mAutoIndexEntries == RHS) return;
-    mAutoIndexEntries = RHS;
-    Changed();
-  });
+  Assign(*this, mAutoIndexEntries, RHS, "AutoIndexEntries", &TopicCategory::Changed);
 }
 
 void TopicCategory::SetName(std::string_view RHS) {
-  Procedure(*this, "Name", [&](auto& p) { p("RHS", RHS); }).Run([&] {
-    if (mName == RHS) return;
-    mName = RHS;
-    Changed();
-  });
+  Assign(*this, mName, RHS, "Name", &TopicCategory::Changed);
 }
 
 Ref<quillbook::QBProject> TopicCategory::QBProject() const {

@@ -1,5 +1,6 @@
 #include "quillbook/topics/TopicLink.h"
 
+#include "frame/Assign.h"
 #include "quillbook/base/Variant.h"
 #include "quillbook/frame/Procedure.h"
 #include "quillbook/frame/services/XMLElement.h"
@@ -8,29 +9,20 @@
 
 namespace quillbook {
 
-template <class Stored, class Value>
-void TopicLink::Assign(Stored& field, const Value& value, std::string_view property) {
-  Procedure(*this, property, [&](auto& p) { p("RHS", value); }).Run([&] {
-    if (field == value) return;
-    field = value;
-    Changed();
-  });
-}
-
 void TopicLink::SetURL(std::string_view RHS) {
-  Assign(mURL, RHS, "URL");
+  Assign(*this, mURL, RHS, "URL", &TopicLink::Changed);
 }
 
 void TopicLink::SetTopicLinkType(TopicLinkTypeEnum RHS) {
-  Assign(mTopicLinkType, RHS, "TopicLinkType");
+  Assign(*this, mTopicLinkType, RHS, "TopicLinkType", &TopicLink::Changed);
 }
 
 void TopicLink::SetTitle(std::string_view RHS) {
-  Assign(mTitle, RHS, "Title");
+  Assign(*this, mTitle, RHS, "Title", &TopicLink::Changed);
 }
 
 void TopicLink::SetCategory(std::string_view RHS) {
-  Assign(mCategory, RHS, "Category");
+  Assign(*this, mCategory, RHS, "Category", &TopicLink::Changed);
 }
 
 Ref<Topic> TopicLink::ParentTopic() const {

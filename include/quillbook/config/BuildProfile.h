@@ -128,9 +128,6 @@ class BuildProfile final : public LibraryObject {
  private:
   [[nodiscard]] Ref<quillbook::QBProject> Project() const;
   void Changed();
-  /// What most setters do: stores a value that differs and tells of it.
-  template <class Field, class Value>
-  void Assign(Field& field, Value value, std::string_view name);
   void Override(quillbook::VariableValues& values, std::string_view name, std::string_view value);
   void LoadMandatory(const XMLElement& e);
   void CompleteHelp2Settings();

@@ -286,9 +286,6 @@ class QBProject final : public LibraryObject {
   friend class ProjectWriter;
 
   void Changed();
-  /// Stores a value that differs and tells of the change; the common end of the simple setters.
-  template <class Field, class Value>
-  void Assign(Field& field, const Value& value, std::string_view property);
   /// A path as it is stored: relative to the project file.
   [[nodiscard]] std::string StoredPath(const Ref<FileSystemObject>& target) const;
   [[nodiscard]] std::string AbsolutePath(std::string_view stored) const;

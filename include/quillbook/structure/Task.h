@@ -74,9 +74,6 @@ class Task final : public LibraryObject {
 
  private:
   void Changed();
-  /// What all setters do: stores a value that differs and tells of it.
-  template <class Field, class Value>
-  void Assign(Field& field, Value value, std::string_view name);
 
   WeakReference<quillbook::QBProject> mQBProject;
   bool mPauseEvents = false;

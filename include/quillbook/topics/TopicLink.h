@@ -50,9 +50,6 @@ class TopicLink final : public LibraryObject {
   [[nodiscard]] const TypeInfo& Type() const override { return StaticType(); }
 
  private:
-  template <class Stored, class Value>
-  void Assign(Stored& field, const Value& value, std::string_view property);
-
   std::string mCategory;
   std::string mTitle;
   TopicLinkTypeEnum mTopicLinkType = rttTopic;
