@@ -2,6 +2,7 @@
 
 #include "frame/services/FileIcons.h"
 #include "quillbook/frame/FailureReporter.h"
+#include "quillbook/frame/documents/DocumentFactory.h"
 #include "quillbook/topics/TopicSectionDefs.h"
 #include "quillbook/topics/TopicStatuses.h"
 
@@ -24,7 +25,7 @@ void VisitGlobals(const Object::FieldVisitor& visit) {
   visit("mSData", "");
   visit("mTypeID", 0);
   visit("mReloadFlag", apartment.mReloadFlag);
-  visit("mDOMFactory", Ref<Object>());
+  visit("mDOMFactory", apartment.mDOMFactory);
 }
 
 }  // namespace
@@ -39,6 +40,7 @@ void Apartment::DropCaches() {
   mTopicSectionDefs = nullptr;
   mTopicStatuses = nullptr;
   mFileIcons = nullptr;
+  mDOMFactory = nullptr;
 }
 
 Apartment& Apartment::Current() {

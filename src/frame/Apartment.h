@@ -12,6 +12,7 @@
 
 namespace quillbook {
 
+class DocumentFactory;
 class TopicSectionDefs;
 class TopicStatuses;
 
@@ -38,6 +39,7 @@ struct Apartment {
   Ref<Collection<std::string>> LoadedNodes;
   std::string mSpellImagePath;
   bool mReloadFlag = false;
+  Ref<DocumentFactory> mDOMFactory;           ///< made when the first document is, kept until the last `Root` goes
   std::optional<bool> mMavenscriptInstalled;  ///< nothing until it has been asked for
 
   /// What the last root leaves behind goes with it.

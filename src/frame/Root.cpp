@@ -3,6 +3,7 @@
 #include "frame/Apartment.h"
 #include "quillbook/config/QBIDEOptions.h"
 #include "quillbook/frame/Procedure.h"
+#include "quillbook/frame/documents/HtmlDocument.h"
 #include "quillbook/frame/modMain.h"
 #include "quillbook/host/MVProject.h"
 #include "quillbook/host/PageTemplate.h"
@@ -62,6 +63,9 @@ bool Root::IsMavenscriptInstalled() const {
 }
 Ref<MVProject> Root::NewMVProject() const {
   return modMain::NewMVProject();
+}
+Ref<HtmlDocument> Root::CreateDOM(std::string_view HTML) const {
+  return modMain::CreateDOM(HTML);
 }
 std::string Root::FileURLToFileName(std::string_view URL) const {
   return modMain::FileURLToFileName(URL);

@@ -3,6 +3,7 @@
 
 #include "frame/Apartment.h"
 #include "quillbook/frame/Procedure.h"
+#include "quillbook/frame/documents/DocumentFactory.h"
 #include "quillbook/frame/services/FileSystemObject.h"
 #include "quillbook/frame/services/RegistryHelper.h"
 #include "quillbook/frame/services/XMLDocument.h"
@@ -65,6 +66,10 @@ std::string& mSpellImagePath() noexcept {
 }
 bool& mReloadFlag() noexcept {
   return Apartment::Current().mReloadFlag;
+}
+
+Ref<DocumentFactory>& mDOMFactory() noexcept {
+  return Apartment::Current().mDOMFactory;
 }
 
 Ref<quillbook::TopicStatuses> TopicStatuses() {

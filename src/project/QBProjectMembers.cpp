@@ -6,8 +6,10 @@
 #include "quillbook/config/ProjectProperties.h"
 #include "quillbook/config/ProjectProperty.h"
 #include "quillbook/frame/Procedure.h"
+#include "quillbook/frame/documents/HtmlDocument.h"
 #include "quillbook/frame/modMain.h"
 #include "quillbook/frame/services/FileSystemObject.h"
+#include "quillbook/frame/services/UnicodeHelper.h"
 #include "quillbook/project/QBProject.h"
 #include "quillbook/structure/GlossaryItem.h"
 #include "quillbook/structure/GlossaryItems.h"
@@ -165,6 +167,18 @@ std::string QBProject::ParseURL(std::string_view Source) const {
     if (relative.size() == name.size() && directory.starts_with('\\') && StartsWithIgnoringCase(Source, "file:///"))
       relative = WithoutPrefix(name, std::string_view(directory).substr(1));
     return std::string(relative);
+  });
+}
+
+Ref<HtmlDocument> QBProject::NewDOM(std::string_view BodyHTML) const {
+  return Procedure(*this, "NewDOM", [&](auto& p) { p("BodyHTML", BodyHTML); }).Run([&] {
+    const auto folder = ReplaceAll(ReplaceAll(ReplaceAll(Filename->Path(), "\\", "/"), "&", "&amp;"), "\"", "&quot;");
+    // The page is made of bytes, so that its file holds UTF-8 whatever one byte a character makes of other characters.
+    return modMain::CreateDOM(
+        modMain::HelpPage("<META HTTP-EQUIV=\"Content-Type\" CONTENT=\"text/html; charset=UTF-8\">"
+                          "<base href=\"file:///" +
+                              UnicodeHelper::ToUTF8(folder) + "\">",
+                          UnicodeHelper::ToUTF8(BodyHTML)));
   });
 }
 

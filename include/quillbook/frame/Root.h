@@ -11,6 +11,7 @@
 
 namespace quillbook {
 
+class HtmlDocument;
 class MVProject;
 class Picture;
 class QBIDEOptions;
@@ -102,6 +103,8 @@ class Root final : public LibraryObject {
   [[nodiscard]] Ref<PageTemplates> OnLineTemplates(bool OnlyV2Plus = false) const;
   [[nodiscard]] Ref<PageTemplates> PrintTemplates(bool OnlyV2Plus = false) const;
   [[nodiscard]] Ref<PageTemplates> AllTemplates(bool OnlyV2Plus = false) const;
+  /// See `modMain::CreateDOM`.
+  [[nodiscard]] Ref<HtmlDocument> CreateDOM(std::string_view HTML) const;
   [[nodiscard]] std::string FileURLToFileName(std::string_view URL) const;
   [[nodiscard]] bool IsFileURL(std::string_view URL) const;
   [[nodiscard]] Ref<MVProject> NewMVProject() const;

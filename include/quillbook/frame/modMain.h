@@ -11,6 +11,8 @@
 
 namespace quillbook {
 
+class DocumentFactory;
+class HtmlDocument;
 class MVProject;
 class QBProject;
 class TemplateStore;
@@ -37,6 +39,8 @@ namespace modMain {
 [[nodiscard]] std::string& mSpellImagePath() noexcept;
 /// What `Root::ReloadFlag` holds.
 [[nodiscard]] bool& mReloadFlag() noexcept;
+/// Makes the documents of `CreateDOM`; nothing until the first one. Replaceable; dropped when the last `Root` goes.
+[[nodiscard]] Ref<DocumentFactory>& mDOMFactory() noexcept;
 
 /// Statuses of "statuscodes.xml" in the configuration directory; empty if there is no such file. Cached until the
 /// last `Root` goes.
@@ -74,6 +78,16 @@ void SetAppValue(std::string_view ValueName, std::string_view Value, std::string
 [[nodiscard]] std::string FileURLToFileName(std::string_view URL);
 /// Inner text of the body of an HTML document; the whole text where there is no body element.
 [[nodiscard]] std::string ReturnBody(std::string_view CompleteDocument);
+
+// Documents.
+
+/// HTML text as a document. A page of bytes, one character U+0000 to U+00FF for each, as `UnicodeHelper` makes them, is
+/// read as these bytes. Waits up to three seconds for the document to be complete and gives it in any case.
+[[nodiscard]] Ref<HtmlDocument> CreateDOM(std::string_view HTML);
+/// True if the document has an anchor of that name, ignoring case. Never fails.
+[[nodiscard]] bool IsAnchorValid(const Ref<HtmlDocument>& DOM, std::string_view Name);
+/// A page with `HeadHTML` and `BodyHTML` in its head and body, whose `html` element declares the prefix of Help 2.
+[[nodiscard]] std::string HelpPage(std::string_view HeadHTML, std::string_view BodyHTML);
 
 // Projects.
 

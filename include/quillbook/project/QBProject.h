@@ -20,6 +20,7 @@ namespace quillbook {
 class BuildProfiles;
 class FileSystemObject;
 class GlossaryItems;
+class HtmlDocument;
 class MVProjectBuild;
 class NamespaceDef;
 class OtherFiles;
@@ -181,6 +182,8 @@ class QBProject final : public LibraryObject {
   [[nodiscard]] Ref<Topic> GetTopicFromURL(std::string_view URL) const;
   /// A file URL as a file name, without the project's folder where it begins with that; any other URL unchanged.
   [[nodiscard]] std::string ParseURL(std::string_view Source) const;
+  /// A document of a page with this body and the project's folder as its base.
+  [[nodiscard]] Ref<HtmlDocument> NewDOM(std::string_view BodyHTML) const;
   /// A new collection of the same topics in ascending order of `Name`, ignoring case. It has no project.
   [[nodiscard]] Ref<quillbook::Topics> SortedTopics() const;
   /// `RuntimeVariableValue`, or `DefaultValue` where that is empty.

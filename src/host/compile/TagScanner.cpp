@@ -20,7 +20,8 @@ constexpr bool IsLetter(char c) {
 
 /// Elements whose content has no tags.
 std::string_view RawElementNamed(std::string_view name) {
-  constexpr std::array<std::string_view, 6> names{"script", "style", "title", "textarea", "xmp", "noframes"};
+  constexpr std::array<std::string_view, 8> names{"script", "style",  "title",    "textarea",
+                                                  "xmp",    "iframe", "noframes", "noembed"};
   const auto found =
       std::find_if(names.begin(), names.end(), [&](std::string_view n) { return EqualsIgnoringCase(n, name); });
   return found == names.end() ? std::string_view() : *found;

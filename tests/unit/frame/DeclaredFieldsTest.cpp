@@ -16,6 +16,8 @@
 #include "quillbook/frame/FailureReporter.h"
 #include "quillbook/frame/Picture.h"
 #include "quillbook/frame/Root.h"
+#include "quillbook/frame/documents/DocumentFactory.h"
+#include "quillbook/frame/documents/HtmlElement.h"
 #include "quillbook/frame/services/FileSystemObject.h"
 #include "quillbook/frame/services/XMLDocument.h"
 #include "quillbook/generation/BuildResult.h"
@@ -93,6 +95,10 @@ std::vector<ClassFields> AllClasses() {
       Of<DataObject>(""),
       Of<Picture>(""),
       Of<Root>(""),
+      Of<DocumentFactory>(""),
+      Of<HtmlDocument>(""),
+      Of<HtmlElement>(""),
+      Of<HtmlElements>(""),
       // Project.
       Of<QBProject>("Filename VariableValues Topics TopicCategories OtherFiles BuildProfiles Tasks "
                     "SpellIgnoreAllWordList Silent LoadedFromLite InvalidLiteProjectType IncrementingValues "
