@@ -141,6 +141,20 @@ class ChmTables:
         demand(len(self.table(f"{folder}/Data")) == 13 * count, "data of the index")
         return keywords
 
+    def context_ids(self):
+        """Address by number."""
+        data = self.table("#IVB")
+        demand(dword(data, 0) == len(data) - 4, "length of #IVB")
+        pairs = struct.iter_unpack("<II", data[4:])
+        return {number: self.string(offset) for number, offset in pairs}
+
+    def windows(self):
+        """Name, title, contents and index file, first page and home of every window."""
+        data = self.table("#WINDOWS")
+        demand(dword(data, 4) == 196 and len(data) == 8 + 196 * dword(data, 0), "length of #WINDOWS")
+        return [tuple(self.string(dword(data, at + field)) for field in (0x08, 0x14, 0x60, 0x64, 0x68, 0x6C))
+                for at in range(8, len(data), 196)]
+
     def walk_tree(self, tree, block, depth, listing, first_keys):
         """Lists the lowest blocks from left to right."""
         if depth == 1:

@@ -17,6 +17,8 @@ from pathlib import Path
 from chm_tables import ChmTables, WordIndex, word as read_word, dword
 
 PAGES = 90
+ASSOCIATIONS = ('<OBJECT type="application/x-oleobject" classid="clsid:1e2a7bd0-dab9-11d0-b93a-00c04fc99f9e">'
+                '<param name="ALink Name" value="{}"></OBJECT>')
 PARAM = '<param name="{}" value="{}">'
 READER = Path(__file__).with_name("foreign_reader.py")
 
@@ -60,6 +62,8 @@ class Help:
         self.language, self.folder, self.random = language, folder, language.random
         folder.mkdir()
         self.pages = {}  # title and text by path
+        self.associations = {}  # titles and addresses by name
+        self.context_ids = {}
         self.stop_words = {word.lower() for word in language.vocabulary[:5]} if language.has_blanks else set()
         self.title = language.words(2) + " & <\"1\">"
         self.make_pages()
@@ -80,8 +84,12 @@ class Help:
                 text += f" {self.language.foreign} {self.language.words(3)}"
             path = f"html/page{number:03}.htm"
             self.pages[path] = (title, text)
+            names = list(dict.fromkeys(word.lower() for word in self.random.sample(self.language.vocabulary[:60], 3)))
+            for name in names:
+                self.associations.setdefault(name, []).append((title, path))
+            self.context_ids[1000 + 7 * number] = path
             self.write(path, f'<html><head><meta http-equiv="Content-Type" content="text/html; charset={encoding}">'
-                             f"<title>{title}</title></head><body><p>{text}</p></body></html>", encoding)
+                             f"<title>{title}</title></head><body>{ASSOCIATIONS.format(';'.join(names))}<p>{text}</p></body></html>", encoding)
 
     def target(self):
         anchor = "#place" if self.random.random() < 0.2 else ""
@@ -128,7 +136,16 @@ class Help:
         self.write("p.hhp", f"[OPTIONS]\nCompiled file=p.chm\nContents file=toc.hhc\nIndex file=keys.hhk\n"
                             f"Default topic=html\\page007.htm\nTitle={self.title}\nLanguage={language.locale:#x}\n"
                             "Full-text search=Yes\nBinary TOC=Yes\nBinary Index=Yes\n"
-                            "Full text search stop list file=stop.stp\n[FILES]\n" + "\n".join(self.pages) + "\n")
+                            "Full text search stop list file=stop.stp\nDefault Window=main\n[WINDOWS]\n"
+                            f'main="{self.pages_title()}","toc.hhc","keys.hhk","html\\page007.htm","html\\page002.htm"'
+                            ",,,,,0x63520,220,0x10384e,[80,60,1000,700],0xb0000,,,,,,0\n[FILES]\n" +
+                   "\n".join(self.pages) + "\n[ALIAS]\n" +
+                   "".join(f"ID{number}={path}\n" for number, path in self.context_ids.items()) + "[MAP]\n" +
+                   "".join(f"#define ID{number} {number}\n" for number in self.context_ids))
+
+    def pages_title(self):
+        """The title of some page."""
+        return self.pages["html/page003.htm"][0]
 
     @staticmethod
     def sitemap(entries):
@@ -170,6 +187,11 @@ def check_tables(made, tables):
     expect(contents, made.contents, "contents")
     keywords = tables.keywords()
     check_keywords(made, keywords)
+    associations = {name: sorted(targets) for name, _, _, targets, _ in tables.keywords("$WWAssociativeLinks")}
+    expect(associations, {name: sorted(targets) for name, targets in made.associations.items()}, "associative links")
+    expect(tables.context_ids(), made.context_ids, "context ids")
+    expect(tables.windows(), [("main", made.pages_title(), "toc.hhc", "keys.hhk", "html/page007.htm",
+                               "html/page002.htm")], "windows")
     tree = tables.table("$WWKeywordLinks/BTree")
     expect((dword(tree, 0x30), dword(tree, 0x34)), (language.code_page, language.locale), "code page of the index")
     expect(read_word(tree, 0x2A) > 1, True, "index of several levels")

@@ -57,8 +57,10 @@ Help2Collection ParseCollection(std::string_view text) {
     if (token.name == "HelpCollection") {
       collection.isCollection = true;
       collection.title = Value(token, "Title");
-      if (const auto language = std::atoi(Value(token, "LangId").c_str()); language > 0)
-        collection.localeId = static_cast<std::uint32_t>(language);
+      if (const auto language = Mention(token, "LangId", places); !language.path.empty()) {
+        collection.localeId = static_cast<std::uint32_t>(std::atoi(language.path.c_str()));
+        collection.localePlace = language.place;
+      }
     } else if (token.name == "CompilerOptions") {
       collection.outputFile = Value(token, "OutputFile");
       if (auto stopWords = Mention(token, "StopWordFile", places); !stopWords.path.empty())

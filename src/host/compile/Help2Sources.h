@@ -21,6 +21,7 @@ struct Help2Collection {
   bool isCollection = false;  ///< the root element is what it should be
   std::string title;
   std::uint32_t localeId = 0x409;
+  TextPlace localePlace = {};  ///< where the language stands
   std::string outputFile;
   std::vector<SourceMention> fileLists;     ///< .HxF
   std::vector<SourceMention> contents;      ///< .HxT

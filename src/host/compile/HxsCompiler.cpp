@@ -43,6 +43,9 @@ HelpCompile::ProjectFacts HxsCompile::ReadProject() {
     name = own.substr(0, own.rfind('.')) + ".HxS";
   }
   const auto locale = Locale::FromID(static_cast<std::int32_t>(mCollection.localeId));
+  if (!locale)
+    Messages().Warning("HC1013", "Language '" + std::to_string(mCollection.localeId) + "' is not known",
+                       {Options().project, mCollection.localePlace});
   return {name, mCollection.localeId, locale ? locale->CodePage() : CodePageUtf8};
 }
 

@@ -147,6 +147,18 @@ TEST_F(CompiledHelpFile, MessagesOnHxsSources_TellLineAndColumn) {
             "k.HxK:2:32: warning HC3003: There is no file 'no.htm'\n");
 }
 
+TEST_F(CompiledHelpFile, HxsInALanguageThatNobodyKnows_IsMadeWithAWarning) {
+  for (const char* language : {"English", "0", "-1", "39321"}) {
+    mFolder.Write("c.HxC", "<HelpCollection\n LangId=\"" + std::string(language) + "\"/>");
+    const auto report = CompileHelp({mFolder / "c.HxC", {}, false});
+    EXPECT_EQ(report.outcome, CompileReport::Outcome::Made);
+    ASSERT_EQ(report.messages.All().size(), 1u) << language;
+    EXPECT_EQ(report.messages.All()[0].code, "HC1013");
+    EXPECT_EQ(report.messages.All()[0].line, 2);
+    EXPECT_EQ(report.messages.All()[0].column, 10);
+  }
+}
+
 TEST_F(CompiledHelpFile, HxsWithMissingFile_IsNotMade) {
   mFolder.Write("c.HxC", "<HelpCollection><TOCDef File=\"gone.HxT\"/></HelpCollection>");
   const auto report = CompileHelp({mFolder / "c.HxC", {}, false});
