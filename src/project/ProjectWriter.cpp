@@ -73,16 +73,18 @@ void ProjectWriter::WriteOtherFiles() {
 }
 
 void ProjectWriter::WriteTopics(XMLOutput& output) {
+  const bool separate = mProject.ProjectType() == ProjectTypeSeparateFiles;
   for (const auto& topic : *mProject.Topics) {
     topic->Save(mRoot.AddChild("Topic"));
+    if (separate && topic->Dirty()) mWroteAllParts = false;  // a topic whose file was written is clean
     output.Flush();
   }
 }
 
 void ProjectWriter::WriteCollections() {
-  mProject.GlossaryItems()->Save(mRoot.AddChild("GlossaryItems"));
-  mProject.QBNodes->Save(mRoot.AddChild("Nodes"));
-  mProject.Tasks->Save(mRoot.AddChild("Tasks"));
+  mWroteAllParts &= mProject.GlossaryItems()->Save(mRoot.AddChild("GlossaryItems"));
+  mWroteAllParts &= mProject.QBNodes->Save(mRoot.AddChild("Nodes"));
+  mWroteAllParts &= mProject.Tasks->Save(mRoot.AddChild("Tasks"));
   mProject.BuildProfiles->Save(mRoot.AddChild("BuildProfiles"));
   mProject.mProjectProperties->Save(mRoot.AddChild("ProjectProperties"));
 }

@@ -16,6 +16,8 @@ class ProjectWriter {
 
   void WriteTo(const XMLOutput::Sink& sink);
   [[nodiscard]] std::string Text();
+  /// False if a part that has a file of its own could not be written.
+  [[nodiscard]] bool WroteAllParts() const noexcept { return mWroteAllParts; }
 
  private:
   void WriteAttributes();
@@ -29,6 +31,7 @@ class ProjectWriter {
   QBProject& mProject;
   XMLDocument mDocument;
   XMLElement mRoot = mDocument.DocumentElement();
+  bool mWroteAllParts = true;
 };
 
 }  // namespace quillbook

@@ -154,11 +154,14 @@ bool QBProject::OpenForSaving(FileSystemObject& file) {
 }
 
 bool QBProject::WriteTo(FileSystemObject& file) {
-  return IgnoreFailures([&] {
-    ProjectWriter(*this).WriteTo([&](std::string_view part) { file.WriteText(part); });
+  ProjectWriter writer(*this);
+  const bool written = IgnoreFailures([&] {
+    writer.WriteTo([&](std::string_view part) { file.WriteText(part); });
     file.WriteLine("");
     file.Close();
   });
+  // A part that stayed behind must stay dirty, or the next save would take it for written.
+  return written && writer.WroteAllParts();
 }
 
 }  // namespace quillbook

@@ -73,8 +73,8 @@ void GlossaryItems::Load(XMLElement e) {
   });
 }
 
-void GlossaryItems::Save(XMLElement e) {
-  Procedure(*this, "Save", [&](auto& p) { p("e", e); }).Run([&] {
+bool GlossaryItems::Save(XMLElement e) {
+  return Procedure(*this, "Save", [&](auto& p) { p("e", e); }).Run([&] {
     const auto writeItems = [&](XMLElement parent) {
       for (const auto& item : *this) item->Save(parent.AddChild("glossaryitem"));
     };
@@ -82,6 +82,7 @@ void GlossaryItems::Save(XMLElement e) {
       ElementFile(LocalSpec()).Write(mDirty, "Glossary", writeItems);
     else
       writeItems(e);
+    return true;
   });
 }
 

@@ -152,13 +152,15 @@ void QBNodes::Load(XMLElement e) {
   });
 }
 
-void QBNodes::Save(XMLElement e) {
-  Procedure(*this, "Save", [&](auto& p) { p("e", e); }).Run([&] {
-    if (!ElementFile::UsedBy(QBProject())) return NodeWriter::WriteAll(*this, e);
+bool QBNodes::Save(XMLElement e) {
+  return Procedure(*this, "Save", [&](auto& p) { p("e", e); }).Run([&] {
+    const auto writeNodes = [&](const XMLElement& parent) { NodeWriter::WriteAll(*this, parent); };
     // The root is called as that of the glossary's file; files in use have it so.
-    ElementFile(LocalSpec()).Write(mDirty, "Glossary", [&](const XMLElement& root) {
-      NodeWriter::WriteAll(*this, root);
-    });
+    if (ElementFile::UsedBy(QBProject()))
+      ElementFile(LocalSpec()).Write(mDirty, "Glossary", writeNodes);
+    else
+      writeNodes(e);
+    return true;
   });
 }
 

@@ -55,8 +55,8 @@ void Tasks::Load(XMLElement e) {
   });
 }
 
-void Tasks::Save(XMLElement e) {
-  Procedure(*this, "Save", [&](auto& p) { p("e", e); }).Run([&] {
+bool Tasks::Save(XMLElement e) {
+  return Procedure(*this, "Save", [&](auto& p) { p("e", e); }).Run([&] {
     const auto writeTasks = [&](XMLElement parent) {
       for (const auto& task : *this) task->Save(parent.AddChild("Task"));
     };
@@ -64,6 +64,7 @@ void Tasks::Save(XMLElement e) {
       ElementFile(LocalSpec()).Write(mDirty, "Tasks", writeTasks);
     else
       writeTasks(e);
+    return true;
   });
 }
 

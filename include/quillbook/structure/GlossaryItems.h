@@ -40,7 +40,8 @@ class GlossaryItems final : public MemberCollection<GlossaryItem> {
   /// Replaces the glossary by the one stored below `e`, or in the file at `LocalSpec` for the separate-file form. A
   /// repeated key is a failure.
   void Load(XMLElement e);
-  void Save(XMLElement e);
+  /// False, after a report, if the list has a file of its own that could not be written.
+  bool Save(XMLElement e);
 
   static const TypeInfo& StaticType();
   [[nodiscard]] const TypeInfo& Type() const override { return StaticType(); }

@@ -63,7 +63,8 @@ class QBNodes final : public MemberCollection<QBNode> {
 
   /// Replaces the tree by the one stored below `e`, or in the file at `LocalSpec` for the separate-file form.
   void Load(XMLElement e);
-  void Save(XMLElement e);
+  /// False, after a report, if the tree has a file of its own that could not be written.
+  bool Save(XMLElement e);
   /// The node at a position of this level, from 1. Failure 9 if there is none.
   [[nodiscard]] const Ref<QBNode>& At(std::size_t position) const { return mCol.Item(position); }
   /// True if this very node stands on this level.

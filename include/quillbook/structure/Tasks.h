@@ -31,7 +31,8 @@ class Tasks final : public MemberCollection<Task> {
   /// Replaces the list by the one stored below `e`, or in the file at `LocalSpec` for the separate-file form. Of tasks
   /// with one key the first is kept.
   void Load(XMLElement e);
-  void Save(XMLElement e);
+  /// False, after a report, if the list has a file of its own that could not be written.
+  bool Save(XMLElement e);
 
   static const TypeInfo& StaticType();
   [[nodiscard]] const TypeInfo& Type() const override { return StaticType(); }

@@ -45,16 +45,18 @@ class SeparateFilesTest : public support::ProjectTest {
     loaded->LoadFromFile(folder.Stored("p.qbp"));
     return loaded;
   }
-  void ChangeEverything() const {
-    topic->SetTitle("changed");
-    project->GlossaryItems()->Item(1)->SetTerm("changed");
-    project->QBNodes->Item(1)->SetCaptionText("changed");
-    project->Tasks->Item(1)->SetTitle("changed");
+  void ChangeEverything() {
+    const auto text = "changed" + std::to_string(++changes);
+    topic->SetTitle(text);
+    project->GlossaryItems()->Item(1)->SetTerm(text);
+    project->QBNodes->Item(1)->SetCaptionText(text);
+    project->Tasks->Item(1)->SetTitle(text);
   }
 
   const std::string contentsFile = "ProjectData/TableOfContents.xml";
   const std::string glossaryFile = "ProjectData/Glossary.xml";
   const std::string tasksFile = "ProjectData/Tasks.xml";
+  int changes = 0;
   support::TemporaryFolder folder;
   Ref<Topic> topic;
 };
@@ -84,7 +86,7 @@ TEST_F(SeparateFilesTest, PartsThatDidNotChange_AreNotWrittenAgain) {
   for (const auto& file : Files()) EXPECT_EQ(folder.Read(file), "untouched") << file;
   ChangeEverything();
   ASSERT_TRUE(project->SaveToDisk());
-  for (const auto& file : Files()) EXPECT_NE(folder.Read(file).find("changed\""), std::string::npos) << file;
+  for (const auto& file : Files()) EXPECT_NE(folder.Read(file).find("changed1\""), std::string::npos) << file;
 }
 
 TEST_F(SeparateFilesTest, MissingParts_AreEmpty_AndWrittenAtTheNextSave) {
@@ -155,6 +157,25 @@ TEST_F(SeparateFilesTest, ReadOnlyParts_AreReported_AndStayAsTheyWere) {
   EXPECT_TRUE(project->Tasks->Dirty());
   EXPECT_TRUE(topic->Dirty());
   for (std::size_t i = 0; i < before.size(); ++i) EXPECT_EQ(folder.Read(Files()[i]), before[i]) << Files()[i];
+}
+
+TEST_F(SeparateFilesTest, AProjectWithAPartThatCannotBeWritten_IsNotSaved_AndStaysDirty) {
+  ASSERT_TRUE(project->SaveToDisk());
+  for (const auto& file : Files()) {
+    ChangeEverything();
+    ASSERT_EQ(::chmod(folder.Native(file).c_str(), 0444), 0);
+    EXPECT_FALSE(project->SaveToDisk()) << file;
+    EXPECT_EQ(failures.Take().size(), 1u) << file;
+    EXPECT_TRUE(project->Dirty()) << file;
+    EXPECT_TRUE(project->QBNodes->Dirty()) << file;
+    EXPECT_TRUE(project->GlossaryItems()->Dirty()) << file;
+    EXPECT_TRUE(project->Tasks->Dirty()) << file;
+
+    ASSERT_EQ(::chmod(folder.Native(file).c_str(), 0644), 0);
+    EXPECT_TRUE(project->SaveToDisk()) << file;
+    EXPECT_NE(folder.Read(file).find("changed" + std::to_string(changes)), std::string::npos) << file;
+    EXPECT_FALSE(project->Dirty()) << file;
+  }
 }
 
 TEST_F(SeparateFilesTest, ATopic_IsSavedToDiskByItself) {
