@@ -89,6 +89,11 @@ std::vector<Assignment> ReadAssignments(QBProject& project, const RecordKind& ki
   return assignments;
 }
 
+bool IsGiven(std::vector<Assignment>& assignments, std::string_view field) {
+  const auto* assigned = FindAssignment(assignments, field);
+  return assigned && !assigned->values.front().empty();
+}
+
 void Imply(const RecordKind& kind, std::vector<Assignment>& assignments, std::string_view field, Values values) {
   if (FindAssignment(assignments, field)) return;
   assignments.push_back({kind.FindField(field), std::move(values)});

@@ -105,7 +105,7 @@ void Editor::Add() {
   const auto record = mKind.Add(*mScope, name, GivenPlace());
   Write(record, assignments);
   mOutcome.changed = true;
-  Subject(record);
+  Subject(mKind.Refreshed(*mScope, record));
 }
 
 void Editor::Set() {
@@ -133,7 +133,7 @@ void Editor::Move() {
                   "name another one");
   mKind.Move(*mScope, record, place);
   mOutcome.changed = true;
-  Subject(record);
+  Subject(mKind.Refreshed(*mScope, record));
 }
 
 Record Editor::Named() const {
@@ -173,6 +173,8 @@ void Editor::Write(const Record& record, const std::vector<Assignment>& assignme
   mKind.Verify(Project(), record);
   for (const auto& [field, values] : before)
     if (field->read(Project(), record) != values) mOutcome.fields.emplace_back(field->name);
+  if (const auto warning = mKind.Warning(Project(), record); !warning.empty())
+    mSession.Log().Warning("edit.notice", mOptions.project + ": " + warning);
 }
 
 void Editor::Subject(const Record& record) {

@@ -33,7 +33,7 @@ struct Field {
   std::string_view name;
   std::string_view help;  ///< short enough for one line of help
   FieldType type = FieldType::Text;
-  std::function<Values(QBProject&, const Record&)> read;
+  std::function<Values(QBProject&, const Record&)> read = {};
   /// Takes what `ParseValues` gave: a topic or category by its key. Nothing where the field can only be read.
   std::function<void(QBProject&, const Record&, const Values&)> write = {};
   std::vector<std::string_view> choices = {};
@@ -130,6 +130,12 @@ template <class T>
 Field KeyField(const std::string& (*key)(const T&)) {
   return {"key", "Identity in the file; can't be set", FieldType::Text,
           [key](QBProject&, const Record& record) { return Values{key(record.As<T>())}; }};
+}
+
+/// The topic that a record belongs to.
+[[nodiscard]] inline Field TopicOfRecordField() {
+  return {"topic", "Topic that it belongs to; can't be set", FieldType::Text,
+          [](QBProject&, const Record& record) { return Values{record.topic->Name()}; }};
 }
 
 }  // namespace quillbook::cli

@@ -29,7 +29,8 @@ Record RecordKind::Find(const Scope& scope, std::string_view address) const {
     if (IsKey(address) && EqualsIgnoringCase(KeyOf(scope.project, record), address)) return record;
     if (IsNamed(scope.project, record, address)) named.push_back(std::move(record));
   }
-  if (named.size() > 1) {
+  // Records without a key that have one name are alike; the first does.
+  if (named.size() > 1 && FindField("key")) {
     std::vector<std::string> keys;
     for (const auto& record : named) keys.push_back(KeyOf(scope.project, record));
     RefuseAmbiguous(Info().name, address, keys);

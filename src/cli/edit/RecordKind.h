@@ -59,6 +59,10 @@ class RecordKind {
                         std::vector<Assignment>& /*assignments*/) const {}
   /// Refuses a record that the project file couldn't hold.
   virtual void Verify(QBProject& /*project*/, const Record& /*record*/) const {}
+  /// The record as it stands after a change, with its new place.
+  [[nodiscard]] virtual Record Refreshed(const Scope& /*scope*/, const Record& record) const { return record; }
+  /// What a reader should know of a change, though it was made; empty for nothing.
+  [[nodiscard]] virtual std::string Warning(QBProject& /*project*/, const Record& /*record*/) const { return {}; }
   /// For people, such as: topic "watering"
   [[nodiscard]] virtual std::string Describe(QBProject& project, const Record& record) const;
   /// True if the address names this record; by default its name ignoring case.

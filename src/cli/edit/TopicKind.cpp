@@ -3,6 +3,9 @@
 #include <fmt/format.h>
 
 #include "cli/edit/Refusal.h"
+#include "cli/edit/StoredValues.h"
+#include "quillbook/base/Text.h"
+#include "quillbook/config/BuildProfiles.h"
 #include "quillbook/frame/modMain.h"
 #include "quillbook/topics/TopicCategories.h"
 
@@ -55,6 +58,15 @@ void RefuseBoth(std::vector<Assignment>& assignments, std::string_view all, std:
     throw Refusal("value.conflict", fmt::format("{}=yes leaves no room for {}", all, list), "give one of them");
 }
 
+/// Where the topic was the first page, the usual one is again.
+void ForgetDefault(QBProject& project, const Topic& topic) {
+  // The properties tell what is in effect, which may be another topic.
+  constexpr std::string_view stored = "mDefaultTopicID";
+  if (EqualsIgnoringCase(StoredText(project, stored), topic.Key)) project.SetDefaultTopic({});
+  for (const auto& profile : *project.BuildProfiles)
+    if (EqualsIgnoringCase(StoredText(*profile, stored), topic.Key)) profile->SetDefaultTopic({});
+}
+
 }  // namespace
 
 const KindInfo& TopicKind::Info() const {
@@ -66,7 +78,7 @@ const std::vector<Field>& TopicKind::Fields() const {
   static const std::vector<Field> fields = {
       KeyField<Topic>([](const Topic& topic) -> const std::string& { return topic.Key; }),
       TextField("name", "Name, also of the page's file", &Topic::Name, &Topic::SetName).Listed().Required(),
-      TextField("title", "Title of the page; for a new topic, else its name", &Topic::Title, &Topic::SetTitle).Listed(),
+      TextField("title", "Title of the page; a new topic gets its name", &Topic::Title, &Topic::SetTitle).Listed(),
       TextField("contents-title", "Title in the contents; empty for the title", &Topic::InternalContentsTitle,
                 &Topic::SetContentsTitle),
       TextField("status", "Step of the workflow", &Topic::Status, &Topic::SetStatus).Listed().Required(),
@@ -106,7 +118,7 @@ void TopicKind::Remove(const Scope& scope, const Record& record) const {
   bool asked = false;
   modMain::BeforeDeleteTopic(topic, cancelled, asked);
   if (cancelled) throw Refusal("edit.cancelled", "the topic stays", "nothing was changed", NotBuilt);
-  if (scope.project.DefaultTopic() == topic) scope.project.SetDefaultTopic({});
+  ForgetDefault(scope.project, *topic);
   CollectionKind::Remove(scope, record);
 }
 
