@@ -76,7 +76,7 @@ std::string ParseDate(const Field& field, const std::string& value) {
   if (value.empty()) return value;
   const auto date = ReadDate(value);
   if (!date) RefuseValue(field, value);
-  const auto text = field.type == FieldType::Day ? DayText(*date) : MomentText(*date);
+  auto text = field.type == FieldType::Day ? DayText(*date) : MomentText(*date);
   // What the calendar doesn't have, such as a 30 February, comes back as another day; a day has no time.
   if (!text.starts_with(value) || (field.type == FieldType::Day && text != value)) RefuseValue(field, value);
   return text;
