@@ -47,7 +47,7 @@ CLI::App* AddCommand(CLI::App& app, const std::string& name, const std::string& 
 }
 
 CLI::App* AddBuild(CLI::App& app, BuildOptions& options) {
-  auto* command = AddCommand(app, "build", "Build a project into a folder of pages");
+  auto* command = AddCommand(app, "build", "Build a project into pages and compiled help");
   AddProject(*command, options.project);
   command->add_option("--profile", options.profile, "Build profile; without it, the first")->type_name("NAME|ID");
   command->add_option("--template", options.templateName, "Template instead of the project's own")->type_name("NAME");
@@ -56,9 +56,17 @@ CLI::App* AddBuild(CLI::App& app, BuildOptions& options) {
                    "Folder for the pages; without it, the profile's,\n"
                    "the project's, or Build/PROFILE beside the project")
       ->type_name("DIR");
-  command->add_option("--format", options.format, "What to build: web, the default")
-      ->check(CLI::IsMember({"web"}).description(""))
+  command
+      ->add_option("--format", options.format,
+                   "web: pages alone; chm or hxs: compiled help\n"
+                   "too; without it, what the profile says")
+      ->check(CLI::IsMember({"web", "chm", "hxs"}).description(""))
       ->type_name("FORMAT");
+  command
+      ->add_option("--help-file", options.helpFile,
+                   "The compiled help file; without it, the\n"
+                   "profile's, or one in the folder of the pages")
+      ->type_name("FILE");
   command->add_flag("--yes", options.yes, "Answer every question with yes");
   AddReportOptions(*command, options.quiet, options.json);
   command->add_flag("--strict", options.strict, "End with exit code 1 after warnings");

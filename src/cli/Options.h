@@ -13,7 +13,8 @@ struct BuildOptions {
   std::string profile;       ///< name or id; empty for the first
   std::string templateName;  ///< empty for the project's own
   std::string output;        ///< empty for the profile's, the project's or the default folder
-  std::string format = "web";
+  std::string format;        ///< "web", "chm" or "hxs"; empty for what the profile says
+  std::string helpFile;      ///< empty for the profile's, or one in the output folder
   bool yes = false;
   bool quiet = false;
   bool json = false;

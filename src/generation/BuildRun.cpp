@@ -118,6 +118,7 @@ void QBProject::BuildRun::CopySettings() {
   }
   host.Title = mProject.Title();
   // There are no viewer windows here that could hold the output; the lock test below finds every other holder.
+  host.LocaleID = mProfile.LocaleID();
   if (IsHelp1()) host.CodePage = mProfile.CodePage();
 }
 

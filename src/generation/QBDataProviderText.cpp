@@ -11,6 +11,7 @@
 #include "quillbook/host/ParserTemplate.h"
 #include "quillbook/project/QBProject.h"
 #include "quillbook/structure/GlossaryItems.h"
+#include "quillbook/structure/QBNodes.h"
 
 namespace quillbook {
 namespace {
@@ -76,6 +77,20 @@ std::string QBDataProvider::RemoveMVMetaData(std::string_view Text) const {
     parser->RemoveTags = true;
     parser->DataProvider = New<NullDataProvider>();
     return parser->Result();
+  });
+}
+
+void QBDataProvider::CreateTOC() {
+  Procedure(*this, "CreateTOC").Run([&] {
+    const auto type = MVProject()->CurrentDocType();
+    const auto contents = New<TOCDefinition>();
+    contents->Template = type->Template();
+    auto& definitions = *type->TOCDefinitions();
+    if (!definitions.IsEmpty()) definitions.Remove(1);
+    definitions.Add(contents);
+    const auto project = QBProject();
+    for (const auto& node : *project->QBNodes)
+      if (!node->ParentNode()) node->CreateNodeDef({}, contents);
   });
 }
 

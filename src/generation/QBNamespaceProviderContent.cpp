@@ -6,6 +6,7 @@
 #include "quillbook/frame/Procedure.h"
 #include "quillbook/frame/services/FileSystemObject.h"
 #include "quillbook/generation/QBNamespaceProvider.h"
+#include "quillbook/generation/Registration.h"
 #include "quillbook/host/CollectionServices.h"
 #include "quillbook/host/CommonProvider.h"
 #include "quillbook/host/Keywords.h"
@@ -64,6 +65,8 @@ void QBNamespaceProvider::INamespaceProvider_StreamContent(Ref<Object>& OutputFi
       GetKeywords(OutputAs<Keywords>(OutputFile), false, true);
     else if (type == "files")
       WriteFileList(OutputAs<FileSystemObject>(OutputFile));
+    else if (type == "embeddedtoc")
+      WriteContents(OutputFile);
   });
 }
 
@@ -102,6 +105,14 @@ void QBNamespaceProvider::WriteFileList(FileSystemObject& output) const {
   for (std::int32_t index = 0; index < mTopicMapCount; ++index) write(mTopicMap[static_cast<std::size_t>(index)]);
   for (const auto& file : *QBProject()->OtherFiles)
     if (file->IncludeInOutput() && !file->IsTemplateFile()) write(file->RelativeFileName());
+}
+
+void QBNamespaceProvider::WriteContents(Ref<Object>& output) const {
+  const auto host = mMVProject.Target();
+  Ref<FileSystemObject> file(output ? &OutputAs<FileSystemObject>(output) : nullptr);
+  for (const auto& type : *host->DocTypes())
+    if (EqualsIgnoringCase(type->ID(), QuillbookNamespace)) host->RenderTableOfContents(file, type);
+  output = file;
 }
 
 // Keywords.

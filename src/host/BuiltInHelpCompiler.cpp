@@ -16,18 +16,36 @@ class BuiltInHelpCompiler final : public HelpCompiler {
   }
   [[nodiscard]] const TypeInfo& Type() const override { return StaticType(); }
 
-  [[nodiscard]] Outcome Compile(std::string_view ProjectFile, std::string_view HelpFile) override {
+  [[nodiscard]] Outcome Compile(std::string_view ProjectFile, std::string_view HelpFile, const GoOn& goOn) override {
     const auto native = [](std::string_view path) {
       return path.empty() ? std::string() : New<FileSystemObject>(path)->NativePath();
     };
-    const auto report = compile::CompileHelp({native(ProjectFile), native(HelpFile), false});
+    const auto report = compile::CompileHelp({native(ProjectFile), native(HelpFile), false, goOn});
     Outcome outcome;
-    for (const auto& message : report.messages.All())
-      if (message.level != compile::MessageLevel::Note) outcome.Log += message.ToLine() + "\r\n";
-    outcome.Result = report.outcome != compile::CompileReport::Outcome::Made ? HelpCompileResult::Failed
-                     : report.messages.Warnings() > 0                        ? HelpCompileResult::Warnings
-                                                                             : HelpCompileResult::Succeeded;
+    outcome.Result = ResultOf(report);
+    for (const auto& message : report.messages.All()) {
+      if (message.level == compile::MessageLevel::Note) continue;
+      outcome.Log += message.ToLine() + "\r\n";
+      outcome.Notes.push_back(NoteOf(message));
+    }
     return outcome;
+  }
+
+ private:
+  static HelpCompileResult ResultOf(const compile::CompileReport& report) {
+    using End = compile::CompileReport::Outcome;
+    if (report.outcome == End::Cancelled) return HelpCompileResult::Cancelled;
+    if (report.outcome != End::Made) return HelpCompileResult::Failed;
+    return report.messages.Warnings() > 0 ? HelpCompileResult::Warnings : HelpCompileResult::Succeeded;
+  }
+  static BuildNote NoteOf(const compile::CompileMessage& message) {
+    const auto level = message.level == compile::MessageLevel::Error ? NoteLevel::Error : NoteLevel::Warning;
+    return {level,
+            message.code,
+            message.text,
+            message.file,
+            static_cast<std::size_t>(message.line),
+            static_cast<std::size_t>(message.column)};
   }
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "host/Markup.h"
 #include "quillbook/base/Text.h"
 #include "quillbook/frame/services/FileSystemObject.h"
 #include "quillbook/host/MVProject.h"
@@ -49,6 +50,14 @@ std::string TemplateName(const MVProject& project) {
   return pageTemplate ? pageTemplate->Name() : std::string();
 }
 
+/// Of an entry of the contents; empty for any other item.
+template <auto Read>
+std::string OfNode(const CommonProvider& provider) {
+  const auto item = provider.DataProvider_CurrentItem();
+  const auto* node = dynamic_cast<const NodeDef*>(item.get());
+  return node ? detail::EscapeMarkup(detail::PlainTitle(Read(*node))) : std::string();
+}
+
 struct Name {
   std::string_view name;
   std::string (*value)(const CommonProvider& provider);
@@ -66,6 +75,8 @@ constexpr Name Names[] = {
     {"helpfilename", OfProject<[](const MVProject& p) { return FileNameOf(p.HelpFileName); }>},
     {"helpprojectfilename", OfProject<[](const MVProject& p) { return FileNameOf(p.HelpProjectFile); }>},
     {"outputcodepage", OfProject<[](const MVProject& p) { return std::to_string(p.CodePage); }>},
+    {"nodecaption", OfNode<[](const NodeDef& n) { return n.Caption; }>},
+    {"nodeurl", OfNode<[](const NodeDef& n) { return n.URL; }>},
     {"templatename", OfProject<TemplateName>},
 };
 

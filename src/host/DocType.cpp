@@ -8,7 +8,10 @@ namespace quillbook {
 
 DocType::DocType(const Ref<MVProject>& Project, std::string ID, Ref<INamespaceProvider> Provider,
                  Ref<IMVProjectPlugIn> PlugIn)
-    : mID(std::move(ID)), mNamespaceProvider(std::move(Provider)), mPlugIn(std::move(PlugIn)) {
+    : mID(std::move(ID)),
+      mNamespaceProvider(std::move(Provider)),
+      mPlugIn(std::move(PlugIn)),
+      mTOCDefinitions(New<Collection<Ref<TOCDefinition>>>()) {
   mProject.SetTarget(Project);
 }
 
@@ -26,9 +29,11 @@ const TypeInfo& DocType::StaticType() {
                                    .Field<&DocType::mTemplate>("mTemplate")
                                    .Field<&DocType::mNamespaceProvider>("mNamespaceProvider")
                                    .Field<&DocType::mPlugIn>("mPlugIn")
+                                   .Field<&DocType::mTOCDefinitions>("mTOCDefinitions")
                                    .ReadOnly<&DocType::ID>("ID")
                                    .Property<&DocType::Template, &DocType::SetTemplate>("Template")
                                    .ReadOnly<&DocType::NamespaceProvider>("NamespaceProvider")
+                                   .ReadOnly<&DocType::TOCDefinitions>("TOCDefinitions")
                                    .Done();
   return type;
 }

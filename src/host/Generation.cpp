@@ -2,6 +2,7 @@
 
 #include "host/CompiledTemplate.h"
 #include "host/OutputName.h"
+#include "host/helpproject/HelpProjectWriter.h"
 #include "quillbook/base/CodePage.h"
 #include "quillbook/base/Failure.h"
 #include "quillbook/base/Text.h"
@@ -47,6 +48,10 @@ bool Generation::WritePages() {
 bool Generation::CopySupportFiles() {
   mProject.SetCurrentPage({});
   return mOutput.CopySupportFiles(*mTemplate);
+}
+
+void Generation::WriteHelpProject() {
+  HelpProjectWriter(mProject, mOutput).Write();
 }
 
 /// Definitions without a page at or below them are left out: templates ask for their items by elements.

@@ -23,6 +23,8 @@ class Generation {
   /// False if the project was cancelled.
   [[nodiscard]] bool WritePages();
   [[nodiscard]] bool CopySupportFiles();
+  /// Call it when all else has been written.
+  void WriteHelpProject();
   [[nodiscard]] const OutputSession& Output() const noexcept { return mOutput; }
 
  private:

@@ -1,9 +1,11 @@
 #include "quillbook/host/MVProject.h"
 
+#include "host/ContentsPage.h"
 #include "quillbook/base/Failure.h"
 #include "quillbook/base/Text.h"
 #include "quillbook/frame/services/FileSystemObject.h"
 #include "quillbook/frame/services/XMLDocument.h"
+#include "quillbook/host/DataProvider.h"
 #include "quillbook/host/PlugInRegistry.h"
 #include "quillbook/host/TemplateStore.h"
 
@@ -98,6 +100,14 @@ std::string MVProject::Scrap(std::string_view Name) const {
   return scrap ? *scrap : "!MISSING SCRAP '" + std::string(Name) + "'!";
 }
 
+void MVProject::RenderTableOfContents(Ref<FileSystemObject>& File, const Ref<DocType>& DocType) {
+  if (!File) File = New<FileSystemObject>();
+  if (!File->IsOpen()) File->OpenInMemory();
+  if (DocType->TOCDefinitions()->IsEmpty()) return;
+  const auto provider = DocType->NamespaceProvider()->INamespaceProvider_DocumentDataProvider();
+  File->WriteText(detail::ContentsAsLists(*DocType->TOCDefinitions()->Item(1), *this, *provider));
+}
+
 void MVProject::SetProgressStage(std::string_view Stage) {
   mProgressStage = Stage;
   ProgressChanged.Raise(mProgressStage, mProgressMessage);
@@ -123,6 +133,7 @@ const TypeInfo& MVProject::StaticType() {
                                    .Public<&MVProject::RegisterPlugIn>("RegisterPlugIn")
                                    .Public<&MVProject::PlugInNamespaces>("PlugInNamespaces")
                                    .Public<&MVProject::CodePage>("CodePage")
+                                   .Public<&MVProject::LocaleID>("LocaleID")
                                    .Public<&MVProject::CompileHelpFile>("CompileHelpFile")
                                    .Public<&MVProject::CompilerPath>("CompilerPath")
                                    .Public<&MVProject::CopySupportFiles>("CopySupportFiles")

@@ -77,6 +77,23 @@ void OutputSession::Write(const std::string& path, std::string_view bytes, const
   if (mProvider) mProvider->INamespaceProvider_ContentCreated(definition, item, fullName, coreContent);
 }
 
+void OutputSession::WriteControlFile(const std::string& path, std::string_view bytes) {
+  const auto file = FileFor(path);
+  bool leaveOut = false;
+  mProject.BeforeOutputNamespacePage.Raise(nullptr, nullptr, file, leaveOut);
+  if (!leaveOut) Write(path, bytes, nullptr, file, false);
+}
+
+bool OutputSession::Has(const std::string& path) const {
+  const auto owner = mOwners.find(FoldCase(path));
+  return (owner != mOwners.end() && owner->second.path == path) || FileFor(path)->FileExists();
+}
+
+std::string OutputSession::TitleOf(const std::string& path) const {
+  const auto owner = mOwners.find(FoldCase(path));
+  return owner != mOwners.end() && owner->second.layout ? ItemCaption(owner->second.item) : std::string();
+}
+
 bool OutputSession::CopySupportFiles(const PageTemplate& pageTemplate) {
   const auto base = New<FileSystemObject>(pageTemplate.Folder());
   for (const auto& path : pageTemplate.SupportFiles()) {

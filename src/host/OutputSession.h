@@ -32,9 +32,15 @@ class OutputSession {
   [[nodiscard]] Ref<FileSystemObject> FileFor(const std::string& path) const;
   void WritePage(const std::string& path, std::string_view bytes, const Ref<NamespaceDef>& definition,
                  const Ref<Object>& item);
+  /// Writes a file that steers the making of the help, unless somebody objects: then the one that is there counts.
+  void WriteControlFile(const std::string& path, std::string_view bytes);
   /// Copies the template's support files that nobody objects to. False if the project was cancelled meanwhile.
   [[nodiscard]] bool CopySupportFiles(const PageTemplate& pageTemplate);
 
+  /// True if the output folder holds the file.
+  [[nodiscard]] bool Has(const std::string& path) const;
+  /// What the item of a page is called; empty for another file.
+  [[nodiscard]] std::string TitleOf(const std::string& path) const;
   [[nodiscard]] std::size_t PageCount() const noexcept { return mPageCount; }
   [[nodiscard]] std::size_t SupportFileCount() const noexcept { return mSupportFileCount; }
   [[nodiscard]] std::size_t UnchangedCount() const noexcept { return mUnchangedCount; }

@@ -1,5 +1,6 @@
 #include "host/CompiledTemplate.h"
 #include "quillbook/base/Failure.h"
+#include "quillbook/frame/services/FileSystemObject.h"
 #include "quillbook/host/DataProvider.h"
 #include "quillbook/host/ParserServices.h"
 
@@ -35,6 +36,14 @@ bool Admit(const TemplateElement& element) {
                 "Elements nest too deeply or generate each other without end, at '%%" + element.ElementType() + "%%'");
 }
 
+/// An element may write to the page's file instead of giving back a text: that stands before it.
+void AppendElement(DataProvider& provider, const Ref<TemplateElement>& element, Ref<FileSystemObject>& file,
+                   std::string& output) {
+  const auto text = provider.DataProvider_ProvideData(element, file);
+  if (file) output += file->TakeText();
+  output += text;
+}
+
 }  // namespace
 
 void CompiledTemplate::Evaluate(DataProvider& provider, Ref<FileSystemObject>& file, std::string& output) const {
@@ -43,7 +52,7 @@ void CompiledTemplate::Evaluate(DataProvider& provider, Ref<FileSystemObject>& f
     if (!piece.element)
       output.append(mText, piece.begin, piece.end - piece.begin);
     else if (Admit(*piece.element))
-      output += provider.DataProvider_ProvideData(piece.element, file);
+      AppendElement(provider, piece.element, file, output);
   }
 }
 

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <optional>
 
+#include "platform/ChildProcess.h"
 #include "platform/ClipboardContent.h"
 #include "platform/ClipboardFormats.h"
 #include "platform/ClipboardPrograms.h"
@@ -149,6 +150,13 @@ int LinuxDesktop::OpenWithViewer(const std::string& target) {
 int LinuxDesktop::StartProgram(const std::string& program, const std::string& parameters) {
   const auto path = detail::FindProgram(program);
   return !path.empty() && detail::StartDetached(path, detail::SplitCommandLine(parameters)) ? Opened : NoViewer;
+}
+
+Desktop::ProgramRun LinuxDesktop::RunProgram(const std::string& program, const std::vector<std::string>& parameters,
+                                             const std::string& folder, const std::function<bool()>& goOn) {
+  if (program.find('/') != std::string::npos) return RunToItsEnd(program, parameters, folder, goOn);
+  const auto path = detail::FindProgram(program);
+  return path.empty() ? ProgramRun() : RunToItsEnd(path, parameters, folder, goOn);
 }
 
 int LinuxDesktop::RegisterClipboardFormat(std::string_view Name) {

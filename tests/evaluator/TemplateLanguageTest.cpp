@@ -11,6 +11,8 @@
 #include "quillbook/config/ProjectProperties.h"
 #include "quillbook/structure/OtherFile.h"
 #include "quillbook/structure/OtherFiles.h"
+#include "quillbook/structure/QBNode.h"
+#include "quillbook/structure/QBNodes.h"
 #include "support/DocumentedExamples.h"
 
 namespace quillbook {
@@ -24,6 +26,7 @@ namespace {
 ///   link.CATEGORY=title>url  a related link of the topic
 ///   term.TERM=definition     a term of the glossary
 ///   file=PATH                a file of the project
+///   node=caption>url         an entry of the contents; child=caption>url stands below the last of them
 ///   property.NAME=value      a property of the project
 ///   variable.NAME=default, colour.NAME=default, scrap.NAME=text   of the template
 ///   locale=number            of the build profile
@@ -42,6 +45,7 @@ class TemplateLanguageTest : public support::GenerationTest {
   void TearDown() override {
     link = {};
     term = {};
+    node = {};
     GenerationTest::TearDown();
   }
 
@@ -99,6 +103,8 @@ class TemplateLanguageTest : public support::GenerationTest {
     if (name == "page") page = value;
     if (name == "locale") project->CurrentBuildProfile()->SetLocaleID(std::stoi(value));
     if (name == "file") AddFile(value);
+    if (name == "node") node = AddNode(value, {});
+    if (name == "child") AddNode(value, node);
     if (name.starts_with("topic.")) AddTopic(After(name), value);
     if (name.starts_with("term.")) term = AddTerm(After(name), value);
     if (name.starts_with("property.")) project->NewProjectProperty(After(name), pptText, value);
@@ -113,6 +119,13 @@ class TemplateLanguageTest : public support::GenerationTest {
                              .day = std::stoi(value.substr(8, 2))});
   }
 
+  Ref<QBNode> AddNode(const std::string& value, const Ref<QBNode>& parent) {
+    const auto added = (parent ? parent->ChildNodes : project->QBNodes)->NewNode(parent);
+    added->SetCaptionText(value.substr(0, value.find('>')));
+    added->SetStandardURL(value.substr(value.find('>') + 1));
+    return added;
+  }
+
   void AddFile(const std::string& name) {
     auto file = project->NewOtherFile(project->Filename->Path() + name);
     project->OtherFiles->Add(file, file->LocalSpec());
@@ -121,6 +134,7 @@ class TemplateLanguageTest : public support::GenerationTest {
   std::string page;
   Ref<Object> link;
   Ref<Object> term;
+  Ref<QBNode> node;
 };
 
 TEST_F(TemplateLanguageTest, EveryDocumentedExample_GivesItsResult) {

@@ -26,6 +26,10 @@ class RecordingDesktop final : public Desktop {
     asked = program + " " + parameters;
     return result;
   }
+  [[nodiscard]] ProgramRun RunProgram(const std::string&, const std::vector<std::string>&, const std::string&,
+                                      const std::function<bool()>&) override {
+    return {};
+  }
   [[nodiscard]] int RegisterClipboardFormat(std::string_view Name) override {
     for (std::size_t i = 0; i < formats.size(); ++i)
       if (EqualsIgnoringCase(formats[i], Name)) return firstFormat + static_cast<int>(i);

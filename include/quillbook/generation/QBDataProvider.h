@@ -85,6 +85,8 @@ class QBDataProvider final : public DataProvider {
   [[nodiscard]] std::string ParseForGlossaryItems(std::string_view Text);
   /// `Text` without the marks of metadata blocks; what they enclose stays.
   [[nodiscard]] std::string RemoveMVMetaData(std::string_view Text) const;
+  /// Makes the contents of the current doc type anew from the project's tree.
+  void CreateTOC();
   /// The place of a topic section in the editor's page.
   [[nodiscard]] std::string TopicSectionEditSpan(const Ref<Object>& Item, std::string_view Name,
                                                  std::string_view DefaultName) const;

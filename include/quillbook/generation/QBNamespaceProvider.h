@@ -92,6 +92,7 @@ class QBNamespaceProvider final : public INamespaceProvider {
   void AddTopicKeywords(Keywords& Keywords, const quillbook::QBProject& project, const Topic& topic, bool FIndex,
                         bool AIndex);
   void WriteFileList(FileSystemObject& output) const;
+  void WriteContents(Ref<Object>& output) const;
   [[nodiscard]] Variant DumpedTopicMap() const;
   [[nodiscard]] Variant DumpedProvider() const { return Variant::Opaque{"{Cannot dump external UDTs}"}; }
 

@@ -8,6 +8,7 @@
 #include "quillbook/host/IMVProjectPlugIn.h"
 #include "quillbook/host/INamespaceProvider.h"
 #include "quillbook/host/PageTemplate.h"
+#include "quillbook/host/TOCDefinition.h"
 
 namespace quillbook {
 
@@ -28,6 +29,9 @@ class DocType final : public Object {
   /// Nothing for a namespace without a plug-in.
   [[nodiscard]] const Ref<IMVProjectPlugIn>& PlugIn() const noexcept { return mPlugIn; }
 
+  /// The contents of this documentation: the first definition counts. Empty until a provider adds one.
+  [[nodiscard]] const Ref<Collection<Ref<TOCDefinition>>>& TOCDefinitions() const noexcept { return mTOCDefinitions; }
+
   /// Copies the template's support files to the project's `OutputDirectory`, as a build does. Failure 91 without a
   /// template; failures of the disk are raised.
   void CopyTemplateFiles();
@@ -41,6 +45,7 @@ class DocType final : public Object {
   Ref<PageTemplate> mTemplate;
   Ref<INamespaceProvider> mNamespaceProvider;
   Ref<IMVProjectPlugIn> mPlugIn;
+  Ref<Collection<Ref<TOCDefinition>>> mTOCDefinitions;
 };
 
 using DocTypes = Collection<Ref<DocType>>;

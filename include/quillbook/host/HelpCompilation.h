@@ -1,7 +1,9 @@
 // Compiling a help project to one help file, in this process.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "quillbook/host/CompileMessage.h"
@@ -12,6 +14,8 @@ struct CompileOptions {
   std::string project;  ///< native path of the project file: .hhp, or .HxC
   std::string output;   ///< native path; empty for the project's own
   bool strict = false;  ///< warnings keep the help file from being made
+  /// Asked before each file with how many are done and how many are known so far; False ends the compile.
+  std::function<bool(std::size_t done, std::size_t known)> goOn = {};
 };
 
 /// How a compile went. The old output is still there unless `outcome` is `Made`.
@@ -20,6 +24,7 @@ struct CompileReport {
     Made,
     Failed,      ///< the messages say why
     Unreadable,  ///< the project file itself
+    Cancelled,   ///< by `goOn`
   };
 
   Outcome outcome = Outcome::Failed;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,8 @@
 #include "quillbook/host/VariableValue.h"
 
 namespace quillbook {
+
+class FileSystemObject;
 
 /// What a build needs to know and what it tells. A caller sets the template of a doc type, makes that doc type the
 /// current one, sets the settings, and hands the project to an `MVProjectBuild`. Paths have the form of stored paths.
@@ -38,9 +41,12 @@ class MVProject final : public Object {
   std::string PlugInNamespaces;
   /// Code page of the pages. A character that it lacks becomes a numeric character reference.
   int CodePage = CodePageUtf8;
+  /// Number of the Windows locale whose readers the help is for; 0 for none in particular.
+  std::int32_t LocaleID = 0;
   bool CompileHelpFile = false;
+  /// A help compiler's program file; empty for the compiler that this system brings along.
   std::string CompilerPath;
-  /// Compiles the help file; nothing where there is no compiler.
+  /// Compiles in place of both; nothing unless a caller has a compiler of its own.
   Ref<HelpCompiler> Compiler;
   /// A build copies the support files of the template.
   bool CopySupportFiles = true;
@@ -49,9 +55,10 @@ class MVProject final : public Object {
   std::string HelpProjectFile;
   /// Filled by a compilation; empty if there was nothing to tell.
   std::string CompilerLog;
-  // How the contents are to be rendered.
-  std::string BookPrefix;
-  std::string BookSuffix;
+  // How `RenderTableOfContents` renders: what stands before and behind the entries of the top level and of each book,
+  // the name of the scrap that shows one entry (empty for a plain list item), and what stands behind each entry.
+  std::string BookPrefix = "<UL>";
+  std::string BookSuffix = "</UL>";
   std::string NodeScrap;
   std::string NodeSuffix;
 
@@ -88,6 +95,10 @@ class MVProject final : public Object {
 
   /// Text of a scrap of the current template; "!MISSING SCRAP 'name'!" if there is none.
   [[nodiscard]] std::string Scrap(std::string_view Name) const;
+
+  /// Writes the contents of a doc type to `File`. A file that isn't open for writing is the page in the making: the
+  /// contents then stand there where they were asked for. Makes the object if there is none.
+  void RenderTableOfContents(Ref<FileSystemObject>& File, const Ref<DocType>& DocType);
 
   void SetProgressStage(std::string_view Stage);
   void SetProgressMessage(std::string_view Message);

@@ -1,6 +1,7 @@
 // What the user's session offers: folders, name, looks, viewers, the clipboard.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -16,6 +17,18 @@ class Desktop {
   /// Result of `OpenWithViewer`. Callers compare with `NoViewer`.
   enum OpenResult : int { NoViewer = 31, Opened = 33 };
   static constexpr int DocumentsFolder = 5;
+  /// How the run of a program went.
+  struct ProgramRun {
+    enum class End {
+      Finished,
+      NotFound,
+      NotRunnable,  ///< no program of this system, or not allowed to run
+      Stopped,
+    };
+    End end = End::NotFound;
+    int exitCode = 0;    ///< of a program that finished; 128 and the signal's number for one that was killed
+    std::string output;  ///< the bytes that it printed as results and errors, the first megabytes of them
+  };
 
   Desktop() = default;
   Desktop(const Desktop&) = delete;
@@ -41,6 +54,10 @@ class Desktop {
   /// Starts a program and doesn't wait for it. `parameters` is a command line: parameters stand between blanks, and
   /// double quotes hold one together that has blanks of its own. `NoViewer` if there is no such program.
   virtual int StartProgram(const std::string& program, const std::string& parameters) = 0;
+  /// Runs a program to its end, in `folder` (native path), without a shell between. Now and then it asks `goOn`; False
+  /// stops the program. `program` is a path or a name to look for.
+  [[nodiscard]] virtual ProgramRun RunProgram(const std::string& program, const std::vector<std::string>& parameters,
+                                              const std::string& folder, const std::function<bool()>& goOn) = 0;
 
   /// The number of a clipboard format in this process, 0xC000 to 0xFFFF: the same for the same name, ignoring case. A
   /// name ends at its first NUL. 0 for an empty name, and when all numbers are taken.

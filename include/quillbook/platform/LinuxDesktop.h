@@ -29,6 +29,8 @@ class LinuxDesktop final : public Desktop {
   [[nodiscard]] std::string IconTheme() const override;
   int OpenWithViewer(const std::string& target) override;
   int StartProgram(const std::string& program, const std::string& parameters) override;
+  [[nodiscard]] ProgramRun RunProgram(const std::string& program, const std::vector<std::string>& parameters,
+                                      const std::string& folder, const std::function<bool()>& goOn) override;
   [[nodiscard]] int RegisterClipboardFormat(std::string_view Name) override;
   [[nodiscard]] std::string ClipboardFormatName(int Number) const override;
   /// Through `wl-copy` where `$WAYLAND_DISPLAY` is set, else through `xclip` where `$DISPLAY` is; they keep the content

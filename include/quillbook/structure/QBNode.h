@@ -10,8 +10,10 @@
 namespace quillbook {
 
 class BuildProfile;
+class NodeDef;
 class QBNodes;
 class QBProject;
+class TOCDefinition;
 class Topic;
 class XMLElement;
 
@@ -83,6 +85,11 @@ class QBNode final : public LibraryObject {
   /// is decided by the topic alone, in every profile alike.
   [[nodiscard]] bool IncludedInBuildProfile(const Ref<quillbook::BuildProfile>& BuildProfile, bool UseBuildFlag) const;
 
+  /// Adds what a build's contents show of this node and its subtree to `Definition`, each node before its children,
+  /// and gives the first of them. A node whose topic isn't part of the output is left out with its subtree, which a
+  /// build message tells once; nothing is then given back.
+  Ref<NodeDef> CreateNodeDef(const Ref<NodeDef>& Parent, const Ref<TOCDefinition>& Definition);
+
   // Library-internal
 
   [[nodiscard]] const std::string& SubContentsFileName() const noexcept { return mSubContentsFileName; }
@@ -102,6 +109,9 @@ class QBNode final : public LibraryObject {
   friend class NodeWriter;
 
   void Changed();
+  [[nodiscard]] Ref<NodeDef> CreateOwnNodeDef(const Ref<NodeDef>& parent, const Ref<TOCDefinition>& definition);
+  [[nodiscard]] std::string RuntimeCaption() const;
+  [[nodiscard]] bool SetTarget(NodeDef& made) const;
 
   QBNodeTypeEnum mQBNodeType = ntStandard;
   QBNodeCaptionTypeEnum mCaptionType = ctSpecific;

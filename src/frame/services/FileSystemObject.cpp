@@ -1,6 +1,7 @@
 #include "quillbook/frame/services/FileSystemObject.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "frame/services/DiskNames.h"
 #include "frame/services/TextDecoding.h"
@@ -187,7 +188,7 @@ std::string FileSystemObject::ReadAll() const {
 }
 
 void FileSystemObject::Open(int Mode, int Access, int Lock, int) {
-  if (mWriter) RaiseFor(FailureNumber::FileAlreadyOpen, NativePath());
+  if (IsOpen()) RaiseFor(FailureNumber::FileAlreadyOpen, NativePath());
   if (Access == AccessRead) {
     if (!FileExists()) RaiseFor(FailureNumber::FileNotFound, NativePath());
     return;
@@ -199,7 +200,20 @@ void FileSystemObject::Open(int Mode, int Access, int Lock, int) {
   DiskNames::Current().NoteCreated(path);
 }
 
+void FileSystemObject::OpenInMemory() {
+  if (IsOpen()) RaiseFor(FailureNumber::FileAlreadyOpen, NativePath());
+  mText.emplace();
+}
+
+std::string FileSystemObject::TakeText() {
+  return mText ? std::exchange(*mText, {}) : std::string();
+}
+
 void FileSystemObject::WriteText(std::string_view Text) {
+  if (mText) {
+    *mText += Text;
+    return;
+  }
   if (!mWriter) RaiseFor(FailureNumber::BadFileName, NativePath());
   try {
     if (mUnicode)
@@ -218,6 +232,7 @@ void FileSystemObject::WriteLine(std::string_view Text) {
 }
 
 void FileSystemObject::Close() {
+  mText.reset();
   if (const auto writer = std::move(mWriter)) writer->Close();
 }
 

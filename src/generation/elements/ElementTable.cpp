@@ -32,6 +32,7 @@ constexpr auto Table = std::to_array<Entry>({
     {"scrap", elements::Scrap},
     {"scripts", elements::Scripts},
     {"stylesheets", elements::StyleSheets},
+    {"tableofcontents", elements::TableOfContents},
     {"taggedcomment", elements::TaggedComment},
     {"topicsection", elements::TopicSection},
     {"variable", elements::Variable},

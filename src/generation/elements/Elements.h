@@ -16,6 +16,9 @@ std::string DesignTime(Evaluation& e);
 // Lists of items: ListElements.cpp
 std::string FilteredItemList(Evaluation& e);
 
+// The contents: ContentsElements.cpp
+std::string TableOfContents(Evaluation& e);
+
 // Values: ValueElements.cpp
 std::string Variable(Evaluation& e);
 std::string ProjectProperty(Evaluation& e);

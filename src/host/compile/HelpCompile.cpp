@@ -33,7 +33,7 @@ CompileReport HelpCompile::Run() {
   if (!ReadProjectOrSayWhy()) return std::move(mReport);  // 1
   try {
     CollectFiles();                                                       // 2
-    StoreFiles();                                                         // 3
+    if (!StoreFiles()) return std::move(mReport);                         // 3
     StoreTables();                                                        // 4
     mOutput->AddFolders(mFiles.All());                                    // 5
     mOutput->Finish(mFormat, TimeStampOfEnvironment(), mFacts.localeId);  // 6
@@ -85,10 +85,17 @@ void HelpCompile::AddTargets(const Sitemap& sitemap, const std::string& file) {
 }
 
 // 3: file after file goes into the container; one at a time is in memory.
-void HelpCompile::StoreFiles() {
+bool HelpCompile::StoreFiles() {
   mOutput = std::make_unique<HelpOutput>(mReport.output);
   // The list grows meanwhile.
-  for (std::size_t i = 0; i < mFiles.All().size(); ++i) StoreFile(i);
+  for (std::size_t i = 0; i < mFiles.All().size(); ++i) {
+    if (mOptions.goOn && !mOptions.goOn(i, mFiles.All().size())) {
+      mReport.outcome = CompileReport::Outcome::Cancelled;
+      return false;
+    }
+    StoreFile(i);
+  }
+  return true;
 }
 
 void HelpCompile::StoreFile(std::size_t number) {

@@ -68,7 +68,8 @@ class HelpCompile {
  private:
   bool ReadProjectOrSayWhy();
   void NameOutput();
-  void StoreFiles();
+  /// False if the compile was cancelled.
+  [[nodiscard]] bool StoreFiles();
   void StoreFile(std::size_t number);
   void StorePage(const std::string& path, std::string bytes);
   void CollectReferences(const std::string& path, std::string_view text, const std::vector<PageReference>& references);

@@ -1,16 +1,11 @@
 #include "host/compile/KeywordIndex.h"
 
-#include <unicode/coll.h>
-#include <unicode/locid.h>
-#include <unicode/uloc.h>
-
 #include <algorithm>
-#include <array>
-#include <memory>
 #include <unordered_map>
 #include <utility>
 
 #include "host/compile/Bytes.h"
+#include "quillbook/base/Collation.h"
 #include "quillbook/base/Text.h"
 
 namespace quillbook::compile {
@@ -26,32 +21,17 @@ constexpr std::size_t DataRecord = 13;  // of each keyword in the stream "Data";
 /// Compares paths level by level in the order of a language.
 class PathOrder {
  public:
-  explicit PathOrder(std::uint32_t localeId) {
-    UErrorCode status = U_ZERO_ERROR;
-    std::array<char, ULOC_FULLNAME_CAPACITY> name{};
-    uloc_getLocaleForLCID(localeId, name.data(), name.size(), &status);
-    const auto locale = U_SUCCESS(status) ? icu::Locale(name.data()) : icu::Locale::getRoot();
-    status = U_ZERO_ERROR;
-    mCollator.reset(icu::Collator::createInstance(locale, status));
-    if (mCollator) mCollator->setStrength(icu::Collator::SECONDARY);
-  }
+  explicit PathOrder(std::uint32_t localeId) : mCollation(localeId) {}
 
   [[nodiscard]] int Compare(const std::vector<std::string>& left, const std::vector<std::string>& right) const {
     const auto common = std::min(left.size(), right.size());
     for (std::size_t i = 0; i < common; ++i)
-      if (const int compared = CompareText(left[i], right[i])) return compared;
+      if (const int compared = mCollation.Compare(left[i], right[i])) return compared;
     return left.size() == right.size() ? 0 : left.size() < right.size() ? -1 : 1;
   }
 
  private:
-  [[nodiscard]] int CompareText(const std::string& left, const std::string& right) const {
-    UErrorCode status = U_ZERO_ERROR;
-    const auto compared = mCollator ? mCollator->compareUTF8(left, right, status) : UCOL_EQUAL;
-    if (compared != UCOL_EQUAL) return compared;
-    return CompareIgnoringCase(left, right);
-  }
-
-  std::unique_ptr<icu::Collator> mCollator;
+  Collation mCollation;
 };
 
 void PutUtf16(std::string& output, std::string_view text) {

@@ -31,6 +31,7 @@
 #include "quillbook/host/CommonProvider.h"
 #include "quillbook/host/Condition.h"
 #include "quillbook/host/DocType.h"
+#include "quillbook/host/ExternalHelpCompiler.h"
 #include "quillbook/host/Keywords.h"
 #include "quillbook/host/MVProject.h"
 #include "quillbook/host/MVProjectBuild.h"
@@ -156,23 +157,26 @@ std::vector<ClassFields> AllClasses() {
       Of<QBNamespaceProvider>("mFiles mMVProject DDP mTopicMap mTopicMapInitialised mTopicMapCount HH2"),
       // Host.
       {&MakeBuiltInHelpCompiler(1)->Type(), "", nullptr},
+      {&MakeExternalHelpCompiler("")->Type(), "", nullptr},
       Of<CommonProvider>("mMVProject mCurrentRootItem mCurrentParentItem mCurrentItem mCurrentItemType "
                          "mNamespaceDef"),
       Of<Condition>("mConditionType"),
-      Of<DocType>("mID mProject mTemplate mNamespaceProvider mPlugIn"),
+      Of<DocType>("mID mProject mTemplate mNamespaceProvider mPlugIn mTOCDefinitions"),
       Of<Keyword>("mName"),
       Of<KeywordJump>("mTarget"),
       Of<Keywords>("mItems"),
       Of<MVProject>("OutputDirectory HelpFileName Title HelpVersion Help2Namespace Help2FileID RegisterPlugIn "
-                    "PlugInNamespaces CodePage CompileHelpFile CompilerPath CopySupportFiles DefaultPage "
+                    "PlugInNamespaces CodePage LocaleID CompileHelpFile CompilerPath CopySupportFiles DefaultPage "
                     "HelpProjectFile CompilerLog BookPrefix BookSuffix NodeScrap NodeSuffix mDocTypes "
                     "mCurrentDocType mRootItems mVariables mCurrentPage"),
       Of<MVProjectBuild>("mCompileResult mPageCount mSupportFileCount mUnchangedCount"),
       Of<NamespaceDef>("mNamespace mKind mItemType mFilter"),
       Of<NamespaceDefs>("mDefinitions"),
+      Of<NodeDef>("mKey NodeKind Caption URL CustomIcon IconIndex Visible mParent mTOCDefinition"),
       Of<PageLayout>("mName mItemKind mOutputName"),
       Of<PageTemplate>("mName mSupports mFolder"),
       Of<ParserTemplate>("StartTagOpen StartTagClose EndTagOpen EndTagClose RemoveTags DataProvider mText"),
+      Of<TOCDefinition>("Template mNodeDefs"),
       Of<TemplateElement>("mElementType mAttributes mSource mNotBlankText mBlankText"),
       Of<TemplateStore>("mConfigPath mTemplates"),
       Of<TemplateVariable>("mName mValueType mDefault mCaption"),

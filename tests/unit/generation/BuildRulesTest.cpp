@@ -41,7 +41,7 @@ TEST_F(RemoveTest, DeliveredFilesMoveToTheHelpFile_ManifestsStay) {
   folder.Write("out/not-generated.txt", "");
   Build();
   EXPECT_EQ(Output(), "demo_manifest.html,not-generated.txt");
-  EXPECT_EQ(Output("help"), "COL_x.hxt,RegisterHelp2.bat,col_master.hhc,unregisterhelp2.BAT");
+  EXPECT_EQ(Output("help"), "COL_x.hxt,RegisterHelp2.bat,col_master.hhc,demo.chm,unregisterhelp2.BAT");
   EXPECT_EQ(folder.Read("help/col_master.hhc"), "col_master.hhc");
   EXPECT_TRUE(folder.Has("project/own.txt"));
 }
@@ -49,7 +49,7 @@ TEST_F(RemoveTest, DeliveredFilesMoveToTheHelpFile_ManifestsStay) {
 TEST_F(RemoveTest, DeliveredFilesThatLieThereAlreadyStay) {
   CompileInto("out/demo.chm");
   Build();
-  EXPECT_EQ(Output(), "COL_x.hxt,RegisterHelp2.bat,col_master.hhc,demo_manifest.html,unregisterhelp2.BAT");
+  EXPECT_EQ(Output(), "COL_x.hxt,RegisterHelp2.bat,col_master.hhc,demo.chm,demo_manifest.html,unregisterhelp2.BAT");
 }
 
 TEST_F(RemoveTest, FileThatCannotBeRemovedIsNoFailure) {
@@ -110,7 +110,7 @@ TEST_F(LockedHelpFileTest, OkGoesOn_EvenIfTheFileIsStillLocked) {
   answers = {MessageBox::Ok};
   EXPECT_FALSE(BuildIsCancelled());
   EXPECT_EQ(prompts.size(), 1U);
-  EXPECT_EQ(Output(), "A.html");
+  EXPECT_EQ(Output(), "A.html,demo.hhk,demo.hhp");
 }
 
 TEST_F(LockedHelpFileTest, WithoutCompilationNobodyAsks) {

@@ -140,6 +140,7 @@ TEST_F(BuildTest, SecondBuildGivesTheSamePages) {
 
 TEST_F(BuildTest, WithoutCompilerTheLogSaysSo) {
   CompileInto("help/demo.chm");
+  profile->SetHTMLHelpVersion(3);
   AddTopic("A");
   const auto result = Build();
   EXPECT_FALSE(result->Cancelled);

@@ -17,7 +17,7 @@ class BuiltInHelpCompilerTest : public testing::Test {
     mFolder.Write("a.htm", "<title>A</title>text");
   }
   HelpCompiler::Outcome Compile(int version, const std::string& project, const std::string& output) {
-    return MakeBuiltInHelpCompiler(version)->Compile(mFolder.Stored(project), output);
+    return MakeBuiltInHelpCompiler(version)->Compile(mFolder.Stored(project), output, {});
   }
 
   support::TemporaryFolder mFolder;

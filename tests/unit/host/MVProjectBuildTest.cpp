@@ -19,8 +19,11 @@ using testing::HasSubstr;
 
 class Compiler final : public HelpCompiler {
  public:
-  Outcome Compile(std::string_view ProjectFile, std::string_view HelpFile) override {
-    return {HelpCompileResult::Warnings, std::string(ProjectFile) + " to " + std::string(HelpFile)};
+  Outcome Compile(std::string_view ProjectFile, std::string_view HelpFile, const GoOn& goOn) override {
+    if (!goOn(1, 2)) return {HelpCompileResult::Cancelled, {}, {}};
+    return {HelpCompileResult::Warnings,
+            std::string(ProjectFile) + " to " + std::string(HelpFile),
+            {{NoteLevel::Warning, "toy.warning", "A warning"}}};
   }
   static const TypeInfo& StaticType() {
     static const TypeInfo type = Describe<Compiler>("ToyCompiler").Done();
@@ -308,7 +311,7 @@ TEST_F(MVProjectBuildTest, EndlessElements_EndTheBuildWithAFailure) {
 
 TEST_F(MVProjectBuildTest, CompilationWithoutCompiler_SaysSo) {
   project->CompileHelpFile = true;
-  project->HelpVersion = "1";
+  project->HelpVersion = "3";
   AddPage("One");
   EXPECT_EQ(Build(), BuildStatus::Done);
   EXPECT_EQ(build->CompileResult(), HelpCompileResult::NoCompiler);
@@ -325,6 +328,7 @@ TEST_F(MVProjectBuildTest, Compiler_GetsTheProjectFileAndGivesResultAndLog) {
   EXPECT_EQ(Build(), BuildStatus::Done);
   EXPECT_EQ(build->CompileResult(), HelpCompileResult::Warnings);
   EXPECT_EQ(project->CompilerLog, "\\out\\p.hhp to \\out\\p.chm");
+  EXPECT_THAT(Codes(), ElementsAre("toy.warning"));
   EXPECT_THAT(plugInCalls, ElementsAre("initialise", "before build", "before compile", "after build"));
 }
 

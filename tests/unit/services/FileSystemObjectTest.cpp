@@ -403,5 +403,21 @@ TEST_F(FileSystemObjectTest, FindFiles_QuestionMarkIsOneCharacter) {
   EXPECT_EQ(File("")->FindFiles("Ä.*").size(), 1U);
 }
 
+TEST_F(FileSystemObjectTest, OpenInMemory_KeepsWhatIsWritten_UntilItIsTaken) {
+  const auto file = File("a.txt");
+  EXPECT_EQ(file->TakeText(), "");
+  file->OpenInMemory();
+  EXPECT_TRUE(file->IsOpen());
+  file->WriteText("a");
+  file->WriteLine("ä");
+  EXPECT_EQ(file->TakeText(), "aä\n");
+  EXPECT_EQ(file->TakeText(), "");
+  EXPECT_EQ(NumberOfFailure([&] { file->OpenInMemory(); }), FailureNumber::FileAlreadyOpen);
+  EXPECT_EQ(NumberOfFailure([&] { OpenShared(*file); }), FailureNumber::FileAlreadyOpen);
+  file->Close();
+  EXPECT_FALSE(file->IsOpen());
+  EXPECT_FALSE(file->FileExists());
+}
+
 }  // namespace
 }  // namespace quillbook

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -77,13 +78,18 @@ class FileSystemObject final : public Object {
   /// False: `WriteLine` writes one byte a character, characters up to U+00FF as that byte, others as Windows-1252 has
   /// them, or "?". True, the default: UTF-8.
   void SetUnicode(bool Unicode) noexcept { mUnicode = Unicode; }
+  /// From now on what is written is kept in memory, for `TakeText`, until `Close`. Fails with 55 while a file is open.
+  void OpenInMemory();
+  [[nodiscard]] bool IsOpen() const noexcept { return mWriter || mText; }
+  /// What was written to memory since the last call.
+  [[nodiscard]] std::string TakeText();
   /// Writes the text and a line break (LF). Failure 52 if no file is open.
   void WriteLine(std::string_view Text);
   /// Writes the text alone.
   void WriteText(std::string_view Text);
   /// Appends a line, as `WriteLine`.
   void Write(std::string_view Text) { WriteLine(Text); }
-  /// Finishes the open file; nothing if none is open.
+  /// Finishes the open file, or forgets what is in memory; nothing if none is open.
   void Close();
   /// Removes the file. 53 if there is none, 70 if it is read-only.
   void Delete();
@@ -108,6 +114,7 @@ class FileSystemObject final : public Object {
   Ref<FileSystemObject> mRelativeTo;
   bool mUnicode = true;
   std::unique_ptr<FileWriter> mWriter;
+  std::optional<std::string> mText;  ///< of a file in memory
 };
 
 /// While one lives on this thread, looking for names ignoring case reads every folder only once. For stretches of
