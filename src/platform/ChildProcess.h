@@ -1,16 +1,35 @@
-// A program that this process starts and waits for.
+// A process that this one has started.
 #pragma once
 
-#include <functional>
+#include <sys/types.h>
+
 #include <string>
 #include <vector>
 
-#include "quillbook/platform/Desktop.h"
+namespace quillbook::detail {
 
-namespace quillbook {
+/// A command in the form in which the system takes it: the program, its parameters, and the end. It lives as long as
+/// the texts.
+[[nodiscard]] std::vector<char*> Arguments(const std::string& program, const std::vector<std::string>& parameters);
 
-/// `Desktop::RunProgram` for a program by its native path.
-[[nodiscard]] Desktop::ProgramRun RunToItsEnd(const std::string& program, const std::vector<std::string>& parameters,
-                                              const std::string& folder, const std::function<bool()>& goOn);
+/// A process until it has ended. Whoever starts it asks for its end, so that the system can forget it.
+class ChildProcess {
+ public:
+  explicit ChildProcess(pid_t id) noexcept : mId(id) {}
 
-}  // namespace quillbook
+  void Signal(int number) const noexcept;
+  /// Sends a signal to the process and all that it started, where it has a session of its own.
+  void SignalSession(int number) const noexcept;
+  [[nodiscard]] bool HasEnded() noexcept;
+  /// Waits for the end. 128 and the signal's number for a process that was killed.
+  [[nodiscard]] int ExitCode() noexcept;
+
+ private:
+  bool Wait(int options) noexcept;
+
+  pid_t mId;
+  int mStatus = 0;
+  bool mEnded = false;
+};
+
+}  // namespace quillbook::detail

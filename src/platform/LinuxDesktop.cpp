@@ -8,11 +8,11 @@
 #include <cstdlib>
 #include <optional>
 
-#include "platform/ChildProcess.h"
 #include "platform/ClipboardContent.h"
 #include "platform/ClipboardFormats.h"
 #include "platform/ClipboardPrograms.h"
 #include "platform/KeyFile.h"
+#include "platform/LoggedProgram.h"
 #include "platform/Programs.h"
 #include "quillbook/base/Failure.h"
 #include "quillbook/base/Text.h"

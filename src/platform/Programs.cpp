@@ -4,7 +4,6 @@
 #include <spawn.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -13,20 +12,12 @@
 #include <cstdlib>
 #include <thread>
 
+#include "platform/ChildProcess.h"
 #include "platform/Descriptor.h"
 #include "quillbook/base/Text.h"
 
 namespace quillbook::detail {
 namespace {
-
-/// The form in which the system takes a command.
-std::vector<char*> Arguments(const std::string& program, const std::vector<std::string>& parameters) {
-  const auto plain = [](const std::string& text) { return const_cast<char*>(text.c_str()); };  // nobody changes them
-  std::vector<char*> arguments{plain(program)};
-  for (const auto& parameter : parameters) arguments.push_back(plain(parameter));
-  arguments.push_back(nullptr);
-  return arguments;
-}
 
 /// A file without a name: unlike a pipe it never makes writer and reader wait for each other.
 Descriptor MemoryFile() {
@@ -89,21 +80,17 @@ class Surroundings {
 };
 
 /// True if the program ends with status 0 in time. Afterwards it has ended in any case.
-bool EndsWell(pid_t child, std::chrono::milliseconds patience) {
+bool EndsWell(ChildProcess child, std::chrono::milliseconds patience) {
   constexpr std::chrono::milliseconds longestPause{20};
   const auto end = std::chrono::steady_clock::now() + patience;
-  int status = 0;
-  for (std::chrono::milliseconds pause{1}; std::chrono::steady_clock::now() < end;
-       pause = std::min(pause * 2, longestPause)) {
-    const auto ended = ::waitpid(child, &status, WNOHANG);
-    if (ended == child) return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    if (ended < 0 && errno != EINTR) return false;
+  for (std::chrono::milliseconds pause{1}; !child.HasEnded(); pause = std::min(pause * 2, longestPause)) {
+    if (std::chrono::steady_clock::now() >= end) {
+      child.SignalSession(SIGKILL);
+      break;
+    }
     std::this_thread::sleep_for(pause);
   }
-  ::kill(-child, SIGKILL);
-  while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
-  }
-  return false;
+  return child.ExitCode() == 0;
 }
 
 }  // namespace
@@ -150,10 +137,7 @@ bool StartDetached(const std::string& program, const std::vector<std::string>& p
     ::execv(program.c_str(), arguments.data());
     ::_exit(1);
   }
-  int status = 0;
-  while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
-  }
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  return ChildProcess(child).ExitCode() == 0;
 }
 
 std::optional<std::string> RunProgram(const std::string& program, const std::vector<std::string>& parameters,
@@ -162,7 +146,7 @@ std::optional<std::string> RunProgram(const std::string& program, const std::vec
   const auto out = MemoryFile();
   if (!in.IsOpen() || !out.IsOpen() || !WriteAll(in, input)) return std::nullopt;
   const auto child = Surroundings(in, out).Start(program, Arguments(program, parameters).data());
-  if (!child || !EndsWell(*child, patience)) return std::nullopt;
+  if (!child || !EndsWell(ChildProcess(*child), patience)) return std::nullopt;
   return ReadWhole(out);
 }
 
