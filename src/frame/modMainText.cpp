@@ -60,7 +60,8 @@ std::optional<std::size_t> FindBodyStart(std::string_view document) {
 }
 
 std::size_t FindLastIgnoringCase(std::string_view text, std::string_view what) {
-  for (auto at = text.rfind('<'); at != std::string_view::npos; at = at == 0 ? text.npos : text.rfind('<', at - 1))
+  for (auto at = text.rfind('<'); at != std::string_view::npos;
+       at = at == 0 ? std::string_view::npos : text.rfind('<', at - 1))
     if (StartsWithIgnoringCase(text.substr(at), what)) return at;
   return std::string_view::npos;
 }

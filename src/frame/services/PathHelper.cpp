@@ -8,7 +8,7 @@ namespace quillbook {
 using detail::WindowsPath;
 
 std::string PathHelper::RelativePath(const Ref<FileSystemObject>& Base, const Ref<FileSystemObject>& Target) {
-  const auto target = Target->FullName();
+  auto target = Target->FullName();
   if (target.empty()) return {};
   const auto path = WindowsPath::Parse(target);
   const auto base = WindowsPath::Parse(Base->Path());
@@ -29,7 +29,7 @@ std::string PathHelper::RelativePath(const Ref<FileSystemObject>& Base, const Re
 }
 
 std::string PathHelper::AbsolutePath(const Ref<FileSystemObject>& Base, const Ref<FileSystemObject>& Target) {
-  const auto target = Target->FullName();
+  auto target = Target->FullName();
   if (target.empty() || WindowsPath::Parse(target).IsAbsolute()) return target;
   return WindowsPath::Parse(Base->Path() + target).Text();
 }
