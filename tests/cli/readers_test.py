@@ -71,17 +71,16 @@ def run(*command, good=(0,)):
 
 
 def readers(mspack, kind):
-    found = {}
+    """All of them must be there: a reader that is missing would pass unseen."""
     seven = shutil.which("7zz") or shutil.which("7z")
-    if seven:  # whose word for the program file in front of a .hxs is 1
-        good = (0, 1) if kind == "hxs" else (0,)
-        found["7-Zip"] = lambda file, folder: run(seven, "x", "-y", f"-o{folder}", file, good=good)
-    if kind == "chm" and shutil.which("extract_chmLib"):
+    if not seven or not shutil.which("extract_chmLib"):
+        sys.exit("7-Zip or extract_chmLib is missing: install the packages for tests")
+    good = (0, 1) if kind == "hxs" else (0,)  # 7-Zip's word for the program file in front of a .hxs is 1
+    found = {"7-Zip": lambda file, folder: run(seven, "x", "-y", f"-o{folder}", file, good=good)}
+    if kind == "chm":
         found["CHMLib"] = lambda file, folder: run("extract_chmLib", file, folder)
     if kind == "chm" and mspack:
         found["libmspack"] = lambda file, folder: run(mspack, file, folder)
-    if not found:
-        sys.exit("no reader is installed: see the packages for tests")
     return found
 
 
